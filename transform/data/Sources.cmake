@@ -1,0 +1,2 @@
+# The generated filler sources; written by transform/data/generate.py.
+set(ZELVO_UNICODE_DATA_SOURCES)
