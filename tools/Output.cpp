@@ -1,0 +1,106 @@
+// Standard output and the readable forms of code points and bytes.
+#include "Output.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace zelvo {
+namespace tool {
+
+namespace {
+
+std::string hex(unsigned long value, int digits) {
+  char buffer[24];
+  std::snprintf(buffer, sizeof buffer, "%0*lX", digits, value);
+  return buffer;
+}
+
+bool isBad(char32_t c) { return c > 0x10FFFF || (c & 0xFFFFF800) == 0xD800; }
+
+}  // namespace
+
+void writeOut(const std::string& bytes) {
+  if (!bytes.empty()) std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+}
+
+bool finishOutput() {
+  errno = 0;
+  if (std::fflush(stdout) == 0 && !std::ferror(stdout)) return true;
+  int reason = errno;
+  tellError(std::string("standard output: ") +
+            (reason ? std::strerror(reason) : "write failed"));
+  return false;
+}
+
+void tellError(const std::string& line) {
+  std::fflush(stdout);
+  std::fprintf(stderr, "zelvo-unicode: %s\n", line.c_str());
+}
+
+std::string codePointName(char32_t c) {
+  if (isBad(c)) return "0x" + hex(c, 4);
+  return "U+" + hex(c, 4);
+}
+
+std::string codePointNames(const unicode::String& s) {
+  std::string names;
+  for (char32_t c : s) {
+    if (!names.empty()) names += ' ';
+    names += codePointName(c);
+  }
+  return names;
+}
+
+std::string escapedText(const unicode::String& s) {
+  std::string text;
+  for (char32_t c : s) {
+    if (c >= 0x20 && c < 0x7F && c != '\\') {
+      text += static_cast<char>(c);
+    } else if (c == '\\') {
+      text += "\\\\";
+    } else if (c <= 0xFFFF) {
+      text += "\\u" + hex(c, 4);
+    } else {
+      text += "\\U" + hex(c, 8);
+    }
+  }
+  return text;
+}
+
+std::string printableText(const unicode::String& s) {
+  for (char32_t c : s) {
+    if (c < 0x20 || (c >= 0x7F && c < 0xA0) || isBad(c)) return "";
+  }
+  return s.toUTF8String();
+}
+
+std::string hexBytes(const std::string& bytes) {
+  std::string text;
+  for (unsigned char b : bytes) {
+    if (!text.empty()) text += ' ';
+    text += hex(b, 2);
+  }
+  return text;
+}
+
+std::string hexUnits(const std::u16string& units) {
+  std::string text;
+  for (char16_t u : units) {
+    if (!text.empty()) text += ' ';
+    text += hex(u, 4);
+  }
+  return text;
+}
+
+std::string hexUnits(const std::u32string& units) {
+  std::string text;
+  for (char32_t u : units) {
+    if (!text.empty()) text += ' ';
+    text += hex(u, 8);
+  }
+  return text;
+}
+
+}  // namespace tool
+}  // namespace zelvo
