@@ -1,9 +1,10 @@
 // Reading the corpus for the benchmarks.
 #include "Corpus.h"
 
+#include <dirent.h>
+
 #include <algorithm>
 #include <cstdlib>
-#include <dirent.h>
 #include <fstream>
 #include <sstream>
 
@@ -31,8 +32,9 @@ std::vector<CorpusFile> corpusFiles(const std::string& suffix) {
     files.push_back({name, content.str()});
   }
   closedir(handle);
-  std::sort(files.begin(), files.end(),
-            [](const CorpusFile& a, const CorpusFile& b) { return a.name < b.name; });
+  std::sort(
+      files.begin(), files.end(),
+      [](const CorpusFile& a, const CorpusFile& b) { return a.name < b.name; });
   return files;
 }
 

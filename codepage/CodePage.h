@@ -14,7 +14,7 @@ namespace unicode {
 // A plain value. Both directions are total: a byte without a character
 // decodes to U+FFFD, and a code point without a byte encodes to '?'.
 class CodePage {
-public:
+ public:
   // The page "none": byte 0x80 + i is U+0080 + i, with no holes.
   CodePage();
   // Entry i of the table is the code point of byte 0x80 + i; U+FFFD marks a
@@ -32,7 +32,7 @@ public:
   // Decodes one code point per byte.
   String toUnicode(const std::string& bytes) const;
 
-private:
+ private:
   std::string name;
   std::array<char32_t, 128> toUnicodeTable;
   std::unordered_map<char32_t, char> fromUnicodeMap;

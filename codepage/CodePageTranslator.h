@@ -15,13 +15,13 @@ namespace unicode {
 // Static members only. Reads (hasCodePage, getCodePage, translate) may run
 // side by side; registerCodePage and unregisterCodePage need exclusive use.
 class CodePageTranslator {
-public:
+ public:
   // Thrown by value for a name that no page is registered under.
   enum exceptions : std::uint32_t { unknownCodePage = 0 };
 
   // Registers the built-in pages "Windows-1252" and "Windows-874" at load.
   class Initializer {
-  public:
+   public:
     Initializer();
   };
 

@@ -15,7 +15,7 @@ namespace unicode {
 // apart. The class is a thin shell around one std::u32string; what it adds
 // is the conversions at the boundary and the handling of bad code points.
 class String {
-public:
+ public:
   using iterator = std::u32string::iterator;
   using const_iterator = std::u32string::const_iterator;
   using reverse_iterator = std::u32string::reverse_iterator;
@@ -195,7 +195,7 @@ public:
   int compare(const char32_t* p) const;
   int compare(size_t pos, size_t n, const char32_t* p) const;
 
-private:
+ private:
   std::u32string str_;
 };
 

@@ -28,7 +28,7 @@ bool rangeContains(const RangeList& ranges, char32_t c);
 // The constructor fills the tables in a fixed order in which later steps
 // depend on earlier ones; see UnicodeTransformationTables.cpp.
 class UnicodeTransformationTables {
-public:
+ public:
   // Hangul arithmetic. Data members, read from the object by the algorithms.
   char32_t LBase;
   char32_t VBase;
@@ -58,7 +58,7 @@ public:
   std::map<char32_t, int> weightMap;
   std::map<char32_t, char32_t> cCaseFoldingMap;
   std::map<char32_t, char32_t> sCaseFoldingMap;
-  std::map<char32_t, String> fCaseFoldingMap;  // kept, read by nothing
+  std::map<char32_t, String> fCaseFoldingMap;    // kept, read by nothing
   std::map<char32_t, char32_t> tCaseFoldingMap;  // kept, read by nothing
   std::set<char32_t> compositionExclusions;
   RangeList validRanges;
@@ -124,8 +124,7 @@ public:
 
   // Casing contexts: true means a row applied and its value was appended.
   bool mapSpecialCondition(char32_t const* begin, char32_t const* end,
-                           char32_t const* current,
-                           std::string const& language,
+                           char32_t const* current, std::string const& language,
                            ConditionTable const& table, String& result);
   bool mapFinalSigma(char32_t const* begin, char32_t const* end,
                      char32_t const* current, ConditionTable const& table,
@@ -137,8 +136,8 @@ public:
                     std::string const& language, ConditionTable const& table,
                     String& result);
   bool mapNotBeforeDot(char32_t const* end, char32_t const* current,
-                       std::string const& language,
-                       ConditionTable const& table, String& result);
+                       std::string const& language, ConditionTable const& table,
+                       String& result);
   bool mapAfterI(char32_t const* begin, char32_t const* current,
                  std::string const& language, ConditionTable const& table,
                  String& result);
