@@ -200,7 +200,7 @@ TEST_F(NormalizationConformanceTest, QuickChecksOfEveryColumn) {
 
 TEST_F(NormalizationConformanceTest, CodePointsTheFileDoesNotListAreUnchanged) {
   // Every value up to U+10FFFF, assigned or not, surrogates included: none
-  // of them has data unless Part 1 of the file lists it.
+  // of them has data unless the @Part1 section of the file lists it.
   size_t failures = 0;
   size_t checked = 0;
   for (char32_t c = 0; c <= 0x10FFFF; ++c) {
@@ -231,7 +231,7 @@ TEST_F(NormalizationConformanceTest, CodePointsTheFileDoesNotListAreUnchanged) {
         ADD_FAILURE() << answer.first << "(" << hex(x) << ") = false want true";
       }
   }
-  std::cout << "[ unlisted ] " << checked << " code points not in Part 1, "
+  std::cout << "[ unlisted ] " << checked << " code points not in @Part1, "
             << checked * 8 << " checks, " << failures << " failures\n";
   EXPECT_EQ(checked, 0x110000u - listed_->size());
   EXPECT_EQ(failures, 0u);

@@ -8,28 +8,28 @@ set(ZELVO_UNICODE_DATA_SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/SpecialCasingConditions.cpp
   ${CMAKE_CURRENT_LIST_DIR}/CaseFolding.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Decomposition.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPart1.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPart2.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPart3.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPart4.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPart5.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPart6.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPart7.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPart8.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPart9.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPart10.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPiece1.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPiece2.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPiece3.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPiece4.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPiece5.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPiece6.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPiece7.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPiece8.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPiece9.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DecompositionPiece10.cpp
   ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecomposition.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPart1.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPart2.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPart3.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPart4.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPart5.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPart6.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPart7.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPart8.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPart9.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPart10.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPart11.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPiece1.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPiece2.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPiece3.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPiece4.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPiece5.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPiece6.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPiece7.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPiece8.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPiece9.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPiece10.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CompatibilityDecompositionPiece11.cpp
   ${CMAKE_CURRENT_LIST_DIR}/CaseProperties.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ValidRanges.cpp
   ${CMAKE_CURRENT_LIST_DIR}/QuickCheckRanges.cpp

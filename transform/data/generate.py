@@ -713,7 +713,7 @@ def pieced_filler(out, tables, name, file_stem, inputs, about, pieces,
         inputs, about + ", called piece by piece.",
         [(name, PARAMETERS[name], calls)]))
     for i, keys in enumerate(cut, 1):
-        out.add(f"{file_stem}Part{i}.cpp", filler_source(
+        out.add(f"{file_stem}Piece{i}.cpp", filler_source(
             inputs, f"{about}: piece {i} of {len(cut)}, U+{keys[0]:04X} to "
                     f"U+{keys[-1]:04X}.",
             [(f"{name}Part{i}", PARAMETERS[name], row_lines(table, keys))]))
