@@ -1,21 +1,13 @@
 // Editing members of String: append, insert, erase and replace. Positions
 // are checked before anything changes, so a std::out_of_range leaves the
 // object as it was; counts are cut down to what is there.
-#include <stdexcept>
-
+#include "string/PositionCheck.h"
 #include "string/String.h"
 
 namespace zelvo {
 namespace unicode {
 
 namespace {
-
-// A position equal to the size is valid everywhere; one past it is the
-// standard string's out_of_range, naming the member as the standard string
-// does.
-void checkPosition(size_t pos, size_t size, const char* member) {
-  if (pos > size) throw std::out_of_range(member);
-}
 
 // The range forms of replace walk target and source together: overwrite
 // while both last, then insert what is left of the source or erase what is
@@ -89,26 +81,26 @@ void String::push_back(char32_t c) { str_.push_back(c); }
 void String::pop_back() { str_.pop_back(); }
 
 String& String::insert(size_t pos, const String& s) {
-  checkPosition(pos, str_.size(), "String::insert");
+  detail::checkPosition(str_, pos);
   str_.insert(pos, s.str_);
   return *this;
 }
 
 String& String::insert(size_t pos, const String& s, size_t pos2, size_t n) {
-  checkPosition(pos2, s.str_.size(), "String::insert");
-  checkPosition(pos, str_.size(), "String::insert");
+  detail::checkPosition(s.str_, pos2);
+  detail::checkPosition(str_, pos);
   str_.insert(pos, s.str_, pos2, n);
   return *this;
 }
 
 String& String::insert(size_t pos, const char32_t* p) {
-  checkPosition(pos, str_.size(), "String::insert");
+  detail::checkPosition(str_, pos);
   str_.insert(pos, p);
   return *this;
 }
 
 String& String::insert(size_t pos, size_t n, char32_t c) {
-  checkPosition(pos, str_.size(), "String::insert");
+  detail::checkPosition(str_, pos);
   str_.insert(pos, n, c);
   return *this;
 }
@@ -134,13 +126,13 @@ String::iterator String::insert(const_iterator it,
 }
 
 String& String::erase(size_t pos) {
-  checkPosition(pos, str_.size(), "String::erase");
+  detail::checkPosition(str_, pos);
   str_.erase(pos);
   return *this;
 }
 
 String& String::erase(size_t pos, size_t n) {
-  checkPosition(pos, str_.size(), "String::erase");
+  detail::checkPosition(str_, pos);
   str_.erase(pos, n);
   return *this;
 }
@@ -159,27 +151,27 @@ String::iterator String::erase(const_iterator first, const_iterator last) {
 }
 
 String& String::replace(size_t pos, size_t n, const String& s) {
-  checkPosition(pos, str_.size(), "String::replace");
+  detail::checkPosition(str_, pos);
   str_.replace(pos, n, s.str_);
   return *this;
 }
 
 String& String::replace(size_t pos, size_t n, const String& s, size_t pos2,
                         size_t n2) {
-  checkPosition(pos2, s.str_.size(), "String::replace");
-  checkPosition(pos, str_.size(), "String::replace");
+  detail::checkPosition(s.str_, pos2);
+  detail::checkPosition(str_, pos);
   str_.replace(pos, n, s.str_, pos2, n2);
   return *this;
 }
 
 String& String::replace(size_t pos, size_t n, const char32_t* p) {
-  checkPosition(pos, str_.size(), "String::replace");
+  detail::checkPosition(str_, pos);
   str_.replace(pos, n, p);
   return *this;
 }
 
 String& String::replace(size_t pos, size_t n, size_t n2, char32_t c) {
-  checkPosition(pos, str_.size(), "String::replace");
+  detail::checkPosition(str_, pos);
   str_.replace(pos, n, n2, c);
   return *this;
 }

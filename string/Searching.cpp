@@ -1,7 +1,6 @@
 // Searching, substr and compare of String: plain element equality and the
 // unsigned order of 32-bit values, with no normalization, case or locale.
-#include <stdexcept>
-
+#include "string/PositionCheck.h"
 #include "string/String.h"
 
 namespace zelvo {
@@ -12,13 +11,6 @@ namespace {
 // The held string may answer with any negative or positive number; the
 // library promises exactly -1, 0 or 1.
 int sign(int result) { return (result > 0) - (result < 0); }
-
-// A position equal to the size is valid everywhere; one past it is the
-// standard string's out_of_range, naming the member as the standard string
-// does.
-void checkPosition(size_t pos, size_t size, const char* member) {
-  if (pos > size) throw std::out_of_range(member);
-}
 
 }  // namespace
 
@@ -101,21 +93,21 @@ int String::compare(const String& s) const {
 }
 
 int String::compare(size_t pos, size_t n, const String& s) const {
-  checkPosition(pos, str_.size(), "String::compare");
+  detail::checkPosition(str_, pos);
   return sign(str_.compare(pos, n, s.str_));
 }
 
 int String::compare(size_t pos, size_t n, const String& s, size_t pos2,
                     size_t n2) const {
-  checkPosition(pos2, s.str_.size(), "String::compare");
-  checkPosition(pos, str_.size(), "String::compare");
+  detail::checkPosition(s.str_, pos2);
+  detail::checkPosition(str_, pos);
   return sign(str_.compare(pos, n, s.str_, pos2, n2));
 }
 
 int String::compare(const char32_t* p) const { return sign(str_.compare(p)); }
 
 int String::compare(size_t pos, size_t n, const char32_t* p) const {
-  checkPosition(pos, str_.size(), "String::compare");
+  detail::checkPosition(str_, pos);
   return sign(str_.compare(pos, n, p));
 }
 

@@ -7,38 +7,17 @@
 #include <memory>
 #include <string>
 
+#include "string/Blocks.h"
 #include "string/String.h"
-
-// The block kernels use SSE2, which every x86-64 processor has; elsewhere
-// they fall back to plain loops with the same results.
-#if defined(__SSE2__) && defined(__x86_64__)
-#define ZELVO_SSE2_BLOCKS 1
-#include <emmintrin.h>
-#endif
 
 namespace zelvo {
 namespace unicode {
 
 namespace {
 
-constexpr size_t kMaxStaging = 128;
-constexpr size_t kStagingSpare = 5;
-
-// Both directions stage 128 units, or the input's count when that is
-// smaller; an empty input gets the full 128.
-size_t stagingCapacity(size_t inputCount) {
-  if (inputCount == 0) return kMaxStaging;
-  return std::min(kMaxStaging, inputCount);
-}
-
-// Appends one staged block. Kept out of line so that the compiler, which
-// can see that a block is small, does not expand the copy into a slow
-// inline string move: the library memcpy is much faster at these sizes.
-template <typename Target, typename Unit>
-__attribute__((noinline)) void appendBlock(Target& out, const Unit* block,
-                                           size_t count) {
-  out.append(block, count);
-}
+using detail::appendBlock;
+using detail::kStagingSpare;
+using detail::stagingCapacity;
 
 // (U << 10) + V - 0x35FDC00 is the usual surrogate pair formula with its
 // constants folded. It is applied to any surrogate U and whatever unit V
@@ -232,27 +211,15 @@ String::String(const std::u16string& utf16) { fromUTF16String(utf16); }
 
 void String::fromUTF16String(const std::u16string& utf16) {
   const size_t unitCount = utf16.size();
-
-  // Built apart and installed last, so that a failure leaves the object as
-  // it was. Every code point takes at least one unit, so the block appends
-  // never outgrow the reservation.
-  std::u32string decoded;
-  decoded.reserve(unitCount);
-  const size_t capacity = stagingCapacity(unitCount);
-  std::unique_ptr<char32_t[]> staging(new char32_t[capacity + kStagingSpare]);
-
-  decodeUtf16(utf16.data(), utf16.data() + unitCount, staging.get(), capacity,
-              decoded);
-  // Shrunk to fit by a copy rather than by shrink_to_fit, which is only a
-  // request and may swallow a failed allocation: this way the capacity
-  // always fits, and a failure throws while the object is still untouched.
-  if (decoded.capacity() > decoded.size()) {
-    std::u32string fitted(decoded.begin(), decoded.end());
-    decoded.swap(fitted);
-  }
-
+  // Every code point takes at least one unit.
+  std::u32string decoded = detail::decodeApart(
+      unitCount, stagingCapacity(unitCount),
+      [&](char32_t* staging, size_t capacity, std::u32string& out) {
+        decodeUtf16(utf16.data(), utf16.data() + unitCount, staging, capacity,
+                    out);
+      });
   // Install: the object takes over the new storage, and its old storage
-  // leaves with the temporary, together with the staging buffer.
+  // leaves with the temporary.
   str_.swap(decoded);
 }
 

@@ -8,46 +8,17 @@
 #include <memory>
 #include <string>
 
+#include "string/Blocks.h"
 #include "string/String.h"
-
-// The block kernels use SSE2, which every x86-64 processor has; elsewhere
-// they fall back to plain loops with the same results.
-#if defined(__SSE2__) && defined(__x86_64__)
-#define ZELVO_SSE2_BLOCKS 1
-#include <emmintrin.h>
-#endif
 
 namespace zelvo {
 namespace unicode {
 
 namespace {
 
-// Both directions stage at most this many units before a block append, and
-// allocate a few places more so that one step never has to test for room.
-constexpr size_t kMaxStaging = 128;
-constexpr size_t kStagingSpare = 5;
-
-// The decoder stages code points: 128, or half the byte count when that is
-// smaller; inputs of fewer than two bytes get the full 128.
-size_t decoderStagingCapacity(size_t byteCount) {
-  if (byteCount < 2) return kMaxStaging;
-  return std::min(kMaxStaging, byteCount / 2);
-}
-
-// The encoder stages bytes: 128, or the element count when that is smaller.
-size_t encoderStagingCapacity(size_t elementCount) {
-  if (elementCount == 0) return kMaxStaging;
-  return std::min(kMaxStaging, elementCount);
-}
-
-// Appends one staged block. Kept out of line so that the compiler, which
-// can see that a block is small, does not expand the copy into a slow
-// inline string move: the library memcpy is much faster at these sizes.
-template <typename Target, typename Unit>
-__attribute__((noinline)) void appendBlock(Target& out, const Unit* block,
-                                           size_t count) {
-  out.append(block, count);
-}
+using detail::appendBlock;
+using detail::kStagingSpare;
+using detail::stagingCapacity;
 
 // The block kernels below each look at a fixed window of 16 units and
 // report how many steps at its front they took. They may write a full
@@ -473,31 +444,21 @@ String::String(const std::string& utf8) { fromUTF8String(utf8); }
 void String::fromUTF8String(const std::string& utf8) {
   const size_t byteCount = utf8.size();
   const auto* bytes = reinterpret_cast<const unsigned char*>(utf8.data());
-
-  // The result is built apart and installed last, so that a failure of any
-  // allocation leaves the object as it was. The byte count is the most code
-  // points the input can give, so the block appends never reallocate.
-  std::u32string decoded;
-  decoded.reserve(byteCount);
-  const size_t capacity = decoderStagingCapacity(byteCount);
-  std::unique_ptr<char32_t[]> staging(new char32_t[capacity + kStagingSpare]);
-
-  decodeUtf8(bytes, bytes + byteCount, staging.get(), capacity, decoded);
-  // Shrunk to fit by a copy rather than by shrink_to_fit, which is only a
-  // request and may swallow a failed allocation: this way the capacity
-  // always fits, and a failure throws while the object is still untouched.
-  if (decoded.capacity() > decoded.size()) {
-    std::u32string fitted(decoded.begin(), decoded.end());
-    decoded.swap(fitted);
-  }
-
+  // The byte count is the most code points the input can give. The staging
+  // buffer holds 128 code points, or half the byte count when that is
+  // smaller.
+  std::u32string decoded = detail::decodeApart(
+      byteCount, stagingCapacity(byteCount / 2),
+      [&](char32_t* staging, size_t capacity, std::u32string& out) {
+        decodeUtf8(bytes, bytes + byteCount, staging, capacity, out);
+      });
   // Install: the object takes over the new storage, and its old storage
-  // leaves with the temporary, together with the staging buffer.
+  // leaves with the temporary.
   str_.swap(decoded);
 }
 
 std::string String::toUTF8String() const {
-  const size_t capacity = encoderStagingCapacity(str_.size());
+  const size_t capacity = stagingCapacity(str_.size());
   std::unique_ptr<unsigned char[]> staging(
       new unsigned char[capacity + kStagingSpare]);
   std::string encoded;

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "ExceptionText.h"
 #include "string/String.h"
 
 namespace {
@@ -607,6 +608,30 @@ TEST(StringEditing, BadValuesAreInsertedLikeAnyOther) {
   s.replace(0, 1, 1, 0xFFFFFFFF);
   EXPECT_EQ(elements(s), std::u32string({0xFFFFFFFF, 0xDFFF, U'b'}));
   EXPECT_TRUE(s.hasBadCodePoints());
+}
+
+// ---- the exception a bad position raises ---------------------------------
+
+// The library adds no message of its own: a position past the end fails with
+// exactly the exception the standard string raises for that position.
+TEST(StringPositionErrors, CarryTheStandardStringsOwnException) {
+  const std::u32string held(5, U'a');
+  const std::string standard =
+      outOfRangeText([&] { static_cast<void>(held.substr(6, 0)); });
+  ASSERT_NE(standard, "none");
+  String s{U'a', U'b', U'c', U'd', U'e'};
+  const String t{U'v', U'w', U'x', U'y', U'z'};
+  EXPECT_EQ(outOfRangeText([&] { s.insert(6, t); }), standard);
+  EXPECT_EQ(outOfRangeText([&] { s.insert(0, t, 6, 1); }), standard);
+  EXPECT_EQ(outOfRangeText([&] { s.insert(6, kAZeroB); }), standard);
+  EXPECT_EQ(outOfRangeText([&] { s.insert(6, 2, U'z'); }), standard);
+  EXPECT_EQ(outOfRangeText([&] { s.erase(6); }), standard);
+  EXPECT_EQ(outOfRangeText([&] { s.erase(6, 1); }), standard);
+  EXPECT_EQ(outOfRangeText([&] { s.replace(6, 0, t); }), standard);
+  EXPECT_EQ(outOfRangeText([&] { s.replace(0, 1, t, 6, 1); }), standard);
+  EXPECT_EQ(outOfRangeText([&] { s.replace(6, 0, kAZeroB); }), standard);
+  EXPECT_EQ(outOfRangeText([&] { s.replace(6, 0, 2, U'z'); }), standard);
+  EXPECT_EQ(elements(s), U"abcde");
 }
 
 }  // namespace

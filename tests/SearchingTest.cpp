@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "ExceptionText.h"
 #include "string/String.h"
 
 namespace {
@@ -433,6 +434,22 @@ TEST(StringCompare, ElementsOnlyNoEquivalence) {
   const String composed{0x00E9};
   const String decomposed{U'e', 0x0301};
   EXPECT_EQ(composed.compare(decomposed), 1);
+}
+
+// ---- the exception a bad position raises ---------------------------------
+
+// The library adds no message of its own: compare with a position past the
+// end fails with exactly the exception the standard string raises for it.
+TEST(StringCompare, PositionErrorIsTheStandardStringsOwnException) {
+  const std::u32string held(3, U'a');
+  const std::string standard =
+      outOfRangeText([&] { static_cast<void>(held.substr(4, 0)); });
+  ASSERT_NE(standard, "none");
+  const String s{U'a', U'b', U'c'};
+  const String t{U'x', U'y', U'z'};
+  EXPECT_EQ(outOfRangeText([&] { s.compare(4, 1, t); }), standard);
+  EXPECT_EQ(outOfRangeText([&] { s.compare(0, 1, t, 4, 1); }), standard);
+  EXPECT_EQ(outOfRangeText([&] { s.compare(4, 1, kEmptyArray); }), standard);
 }
 
 }  // namespace
