@@ -16,7 +16,9 @@
 
 namespace zelvo {
 namespace unicode {
-namespace detail {
+// Each file that includes this gets its own copy, with internal linkage: the
+// library exports none of it.
+namespace {
 
 // Every direction stages at most this many units before a block append, and
 // allocates a few places more so that one step never has to test for room.
@@ -64,6 +66,6 @@ std::u32string decodeApart(std::size_t mostCodePoints, std::size_t capacity,
   return decoded;
 }
 
-}  // namespace detail
+}  // namespace
 }  // namespace unicode
 }  // namespace zelvo

@@ -81,26 +81,26 @@ void String::push_back(char32_t c) { str_.push_back(c); }
 void String::pop_back() { str_.pop_back(); }
 
 String& String::insert(size_t pos, const String& s) {
-  detail::checkPosition(str_, pos);
+  checkPosition(str_, pos);
   str_.insert(pos, s.str_);
   return *this;
 }
 
 String& String::insert(size_t pos, const String& s, size_t pos2, size_t n) {
-  detail::checkPosition(s.str_, pos2);
-  detail::checkPosition(str_, pos);
+  checkPosition(s.str_, pos2);
+  checkPosition(str_, pos);
   str_.insert(pos, s.str_, pos2, n);
   return *this;
 }
 
 String& String::insert(size_t pos, const char32_t* p) {
-  detail::checkPosition(str_, pos);
+  checkPosition(str_, pos);
   str_.insert(pos, p);
   return *this;
 }
 
 String& String::insert(size_t pos, size_t n, char32_t c) {
-  detail::checkPosition(str_, pos);
+  checkPosition(str_, pos);
   str_.insert(pos, n, c);
   return *this;
 }
@@ -126,13 +126,13 @@ String::iterator String::insert(const_iterator it,
 }
 
 String& String::erase(size_t pos) {
-  detail::checkPosition(str_, pos);
+  checkPosition(str_, pos);
   str_.erase(pos);
   return *this;
 }
 
 String& String::erase(size_t pos, size_t n) {
-  detail::checkPosition(str_, pos);
+  checkPosition(str_, pos);
   str_.erase(pos, n);
   return *this;
 }
@@ -151,27 +151,27 @@ String::iterator String::erase(const_iterator first, const_iterator last) {
 }
 
 String& String::replace(size_t pos, size_t n, const String& s) {
-  detail::checkPosition(str_, pos);
+  checkPosition(str_, pos);
   str_.replace(pos, n, s.str_);
   return *this;
 }
 
 String& String::replace(size_t pos, size_t n, const String& s, size_t pos2,
                         size_t n2) {
-  detail::checkPosition(s.str_, pos2);
-  detail::checkPosition(str_, pos);
+  checkPosition(s.str_, pos2);
+  checkPosition(str_, pos);
   str_.replace(pos, n, s.str_, pos2, n2);
   return *this;
 }
 
 String& String::replace(size_t pos, size_t n, const char32_t* p) {
-  detail::checkPosition(str_, pos);
+  checkPosition(str_, pos);
   str_.replace(pos, n, p);
   return *this;
 }
 
 String& String::replace(size_t pos, size_t n, size_t n2, char32_t c) {
-  detail::checkPosition(str_, pos);
+  checkPosition(str_, pos);
   str_.replace(pos, n, n2, c);
   return *this;
 }

@@ -6,7 +6,9 @@
 
 namespace zelvo {
 namespace unicode {
-namespace detail {
+// Each file that includes this gets its own copy, with internal linkage: the
+// library exports none of it.
+namespace {
 
 // A position equal to the size is valid everywhere; one past it is an error.
 // The held string raises its own std::out_of_range for it, so the exception
@@ -17,6 +19,6 @@ inline void checkPosition(const std::u32string& held, std::size_t pos) {
   if (pos > held.size()) static_cast<void>(held.substr(pos, 0));
 }
 
-}  // namespace detail
+}  // namespace
 }  // namespace unicode
 }  // namespace zelvo

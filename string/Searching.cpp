@@ -93,21 +93,21 @@ int String::compare(const String& s) const {
 }
 
 int String::compare(size_t pos, size_t n, const String& s) const {
-  detail::checkPosition(str_, pos);
+  checkPosition(str_, pos);
   return sign(str_.compare(pos, n, s.str_));
 }
 
 int String::compare(size_t pos, size_t n, const String& s, size_t pos2,
                     size_t n2) const {
-  detail::checkPosition(s.str_, pos2);
-  detail::checkPosition(str_, pos);
+  checkPosition(s.str_, pos2);
+  checkPosition(str_, pos);
   return sign(str_.compare(pos, n, s.str_, pos2, n2));
 }
 
 int String::compare(const char32_t* p) const { return sign(str_.compare(p)); }
 
 int String::compare(size_t pos, size_t n, const char32_t* p) const {
-  detail::checkPosition(str_, pos);
+  checkPosition(str_, pos);
   return sign(str_.compare(pos, n, p));
 }
 

@@ -15,10 +15,6 @@ namespace unicode {
 
 namespace {
 
-using detail::appendBlock;
-using detail::kStagingSpare;
-using detail::stagingCapacity;
-
 // (U << 10) + V - 0x35FDC00 is the usual surrogate pair formula with its
 // constants folded. It is applied to any surrogate U and whatever unit V
 // follows, so malformed pairs give odd values rather than errors.
@@ -212,12 +208,12 @@ String::String(const std::u16string& utf16) { fromUTF16String(utf16); }
 void String::fromUTF16String(const std::u16string& utf16) {
   const size_t unitCount = utf16.size();
   // Every code point takes at least one unit.
-  std::u32string decoded = detail::decodeApart(
-      unitCount, stagingCapacity(unitCount),
-      [&](char32_t* staging, size_t capacity, std::u32string& out) {
-        decodeUtf16(utf16.data(), utf16.data() + unitCount, staging, capacity,
-                    out);
-      });
+  std::u32string decoded =
+      decodeApart(unitCount, stagingCapacity(unitCount),
+                  [&](char32_t* staging, size_t capacity, std::u32string& out) {
+                    decodeUtf16(utf16.data(), utf16.data() + unitCount, staging,
+                                capacity, out);
+                  });
   // Install: the object takes over the new storage, and its old storage
   // leaves with the temporary.
   str_.swap(decoded);

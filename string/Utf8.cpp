@@ -16,10 +16,6 @@ namespace unicode {
 
 namespace {
 
-using detail::appendBlock;
-using detail::kStagingSpare;
-using detail::stagingCapacity;
-
 // The block kernels below each look at a fixed window of 16 units and
 // report how many steps at its front they took. They may write a full
 // window's worth of output; places behind the steps taken hold leftovers
@@ -447,7 +443,7 @@ void String::fromUTF8String(const std::string& utf8) {
   // The byte count is the most code points the input can give. The staging
   // buffer holds 128 code points, or half the byte count when that is
   // smaller.
-  std::u32string decoded = detail::decodeApart(
+  std::u32string decoded = decodeApart(
       byteCount, stagingCapacity(byteCount / 2),
       [&](char32_t* staging, size_t capacity, std::u32string& out) {
         decodeUtf8(bytes, bytes + byteCount, staging, capacity, out);
