@@ -58,23 +58,35 @@ std::vector<std::u16string> utf16Sample() {
   return lines;
 }
 
+// The sample both ways, line by line: text then units for --to, units then
+// the text they decode to for --from. The units shown for --to are what the
+// encoder writes, which for malformed input need not be the units given.
+template <typename Unit, typename Encode>
+std::string sampleConversions(const Invocation& inv,
+                              const std::vector<std::basic_string<Unit>>& lines,
+                              Encode encode) {
+  std::string out = sampleHeading(inv);
+  for (const std::basic_string<Unit>& units : lines) {
+    const String text(units);
+    if (inv.to) {
+      out += "  " + text.toUTF8String() + "\n";
+      out += "  \xE2\x86\x92 " + hexUnits(encode(text)) + "\n";
+    } else {
+      out += "  " + hexUnits(units) + "\n";
+      out += "  \xE2\x86\x92 " + text.toUTF8String() + "\n";
+    }
+  }
+  return out;
+}
+
 }  // namespace
 
 int runUtf16(const Invocation& inv) {
   requireDirection(inv);
   if (wantsSample(inv)) {
-    std::string out = sampleHeading(inv);
-    for (const std::u16string& units : utf16Sample()) {
-      String text(units);
-      if (inv.to) {
-        out += "  " + text.toUTF8String() + "\n";
-        out += "  \xE2\x86\x92 " + hexUnits(text.toUTF16String()) + "\n";
-      } else {
-        out += "  " + hexUnits(units) + "\n";
-        out += "  \xE2\x86\x92 " + text.toUTF8String() + "\n";
-      }
-    }
-    writeOut(out);
+    writeOut(sampleConversions(inv, utf16Sample(), [](const String& text) {
+      return text.toUTF16String();
+    }));
     return 0;
   }
   return forEachInput(inv, [&](Input& input) {
@@ -101,24 +113,14 @@ int runUtf16(const Invocation& inv) {
 int runUtf32(const Invocation& inv) {
   requireDirection(inv);
   if (wantsSample(inv)) {
-    std::string out = sampleHeading(inv);
     std::vector<std::u32string> lines;
     for (std::size_t i : {1, 2}) {
       lines.push_back(String(sampleLines()[i]).toUTF32String());
     }
     lines.push_back(U"\U0001F600 smile");
     lines.push_back({0x41, 0xD800, 0x110000, 0x42});
-    for (const std::u32string& units : lines) {
-      String text(units);
-      if (inv.to) {
-        out += "  " + text.toUTF8String() + "\n";
-        out += "  \xE2\x86\x92 " + hexUnits(units) + "\n";
-      } else {
-        out += "  " + hexUnits(units) + "\n";
-        out += "  \xE2\x86\x92 " + text.toUTF8String() + "\n";
-      }
-    }
-    writeOut(out);
+    writeOut(sampleConversions(
+        inv, lines, [](const String& text) { return text.toUTF32String(); }));
     return 0;
   }
   return forEachInput(inv, [&](Input& input) {
