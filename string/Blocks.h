@@ -41,6 +41,38 @@ __attribute__((noinline)) void appendBlock(Target& out, const Unit* block,
   out.append(block, count);
 }
 
+// Runs a block kernel window after window from p into o. Each window reads
+// kSteps * kUnitsPerStep input units, stores kSteps outputs and gives the
+// number of steps at its front that the kernel could take. Whole windows move
+// the cursors by a constant, so that the next window is read before this one
+// is counted; the first window that is not whole gives its leading run. No
+// step is taken at or past limit, so flushes fall where single steps would
+// put them, and no window runs where its stores would pass the spare places
+// or its reads the end of the input. The caller checks the first window.
+template <std::size_t kSteps, std::size_t kUnitsPerStep, typename In,
+          typename Out, typename Kernel>
+inline void takeWindows(const In*& p, const In* end, Out*& o, Out* limit,
+                        Kernel kernel) {
+  constexpr std::ptrdiff_t kWidth = kSteps * kUnitsPerStep;
+  for (;;) {
+    const std::size_t run = kernel(p, o);
+    const std::size_t room = static_cast<std::size_t>(limit - o);
+    if (run < kSteps || room <= kSteps) {
+      const std::size_t taken = std::min(run, room);
+      p += kUnitsPerStep * taken;
+      o += taken;
+      return;
+    }
+    p += kWidth;
+    o += kSteps;
+    if (limit - o + static_cast<std::ptrdiff_t>(kStagingSpare) <
+            static_cast<std::ptrdiff_t>(kSteps) ||
+        end - p < kWidth) {
+      return;
+    }
+  }
+}
+
 // Runs a decoder into a new string, built apart from any object so that a
 // failure of any allocation leaves the caller's object as it was.
 // mostCodePoints bounds what the input can give, so the block appends never

@@ -116,22 +116,7 @@ void decodeUtf16(const char16_t* p, const char16_t* const end,
       const char32_t unit = *p;
       if (!isSurrogateUnit(unit)) {
         if (stagingEnd - o + kStagingSpare >= 16 && end - p >= 16) {
-          // Whole windows move the cursors by a constant, so that the next
-          // window is read before this one is counted. A window that
-          // reaches the capacity gives only the steps below it.
-          for (;;) {
-            const size_t run = widenPlainBlock(p, o);
-            const size_t room = static_cast<size_t>(stagingEnd - o);
-            if (run < 16 || room <= 16) {
-              const size_t taken = std::min(run, room);
-              p += taken;
-              o += taken;
-              break;
-            }
-            p += 16;
-            o += 16;
-            if (stagingEnd - o + kStagingSpare < 16 || end - p < 16) break;
-          }
+          takeWindows<16, 1>(p, end, o, stagingEnd, widenPlainBlock);
         } else {
           *o++ = unit;
           ++p;
@@ -168,19 +153,7 @@ void encodeUtf16(const char32_t* p, const char32_t* const end,
       const char32_t c = *p;
       if (c < 0xD800 || (c >= 0xE000 && c <= 0xFFFF)) {
         if (stagingLimit - o + kStagingSpare >= 16 && end - p >= 16) {
-          for (;;) {
-            const size_t run = narrowSingleBlock(p, o);
-            const size_t room = static_cast<size_t>(stagingLimit - o);
-            if (run < 16 || room <= 16) {
-              const size_t taken = std::min(run, room);
-              p += taken;
-              o += taken;
-              break;
-            }
-            p += 16;
-            o += 16;
-            if (stagingLimit - o + kStagingSpare < 16 || end - p < 16) break;
-          }
+          takeWindows<16, 1>(p, end, o, stagingLimit, narrowSingleBlock);
           continue;
         }
         *o++ = static_cast<char16_t>(c);

@@ -96,23 +96,7 @@ void decodeUtf8(const unsigned char* p, const unsigned char* const end,
       const unsigned lead = *p;
       if (lead < 0x80) {
         if (p[1] < 0x80 && stagingEnd - o + kStagingSpare >= 16) {
-          // Whole windows move the cursors by a constant, so that the next
-          // window is read before this one is counted; the first window
-          // that is not all ASCII gives its leading run. A window that
-          // reaches the capacity gives only the steps below it.
-          for (;;) {
-            const size_t run = widenAsciiBlock(p, o);
-            const size_t room = static_cast<size_t>(stagingEnd - o);
-            if (run < 16 || room <= 16) {
-              const size_t taken = std::min(run, room);
-              p += taken;
-              o += taken;
-              break;
-            }
-            p += 16;
-            o += 16;
-            if (stagingEnd - o + kStagingSpare < 16 || end - p < 16) break;
-          }
+          takeWindows<16, 1>(p, end, o, stagingEnd, widenAsciiBlock);
         } else {
           *o++ = lead;
           ++p;
@@ -121,19 +105,7 @@ void decodeUtf8(const unsigned char* p, const unsigned char* const end,
         ++p;  // a stray continuation byte is skipped
       } else if (lead < 0xE0) {
         if (stagingEnd - o + kStagingSpare >= 8) {
-          for (;;) {
-            const size_t run = decodeTwoByteBlock(p, o);
-            const size_t room = static_cast<size_t>(stagingEnd - o);
-            if (run < 8 || room <= 8) {
-              const size_t taken = std::min(run, room);
-              p += 2 * taken;
-              o += taken;
-              break;
-            }
-            p += 16;
-            o += 8;
-            if (stagingEnd - o + kStagingSpare < 8 || end - p < 16) break;
-          }
+          takeWindows<8, 2>(p, end, o, stagingEnd, decodeTwoByteBlock);
         } else {
           *o++ = ((lead & 0x1F) << 6) | (p[1] & 0x3F);
           p += 2;
