@@ -2,8 +2,8 @@
 # Runs the test programs, and the command-line tool on sample and corpus
 # text, under valgrind's memcheck: any invalid read or write, use of
 # uninitialised memory or definite or indirect leak fails the run. Slow
-# (about 20 minutes on two cores), so it is a documented script rather than
-# a step of .ci/run.
+# (about half an hour: the programs run one after another), so it is a
+# documented script rather than a step of .ci/run.
 #
 #   VALGRIND_BUILD_DIR  build folder (default build-valgrind), without
 #                       sanitizers
