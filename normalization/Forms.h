@@ -55,34 +55,59 @@ struct CompatibilityForm {
   }
 };
 
-// What a code point of the input is to the composed form. A boundary starts
-// a piece of text that composes apart from everything before it: toNFC (or
+// What a code point of the input is to composition. A boundary starts a
+// piece of text that composes apart from everything before it: toNFC (or
 // toNFKC) of the whole is the pieces composed one by one, put together. A
-// quick code point is a boundary that a piece of its own leaves as it is.
-enum class PieceKind { kQuick, kBoundary, kInside };
+// piece of a plain boundary and marks in canonical order stays as it is: a
+// Hangul syllable is decomposed and composed again, and no mark of the piece
+// is decomposed or composes with anything.
+enum class Role {
+  kPlain,        // a boundary that stays, and so do marks after it
+  kStarter,      // a boundary that stays alone, not with what follows it
+  kStarterWork,  // a boundary that changes even alone
+  kMark,         // a mark that is never decomposed and composes with nothing
+  kInside,       // no boundary, and it may change or make others change
+};
 
+// Whether c is kPlain, with no more than one lookup: a code point without
+// data, or a starter in no quick check list of Form that does not compose
+// with what stands before it and is decomposed by Hangul arithmetic or not
+// at all.
 template <class Form>
-PieceKind pieceKind(char32_t c) {
+inline bool isPlain(char32_t c) {
+  using H = HangulConstants;
+  if (c >= propertyindex::kCodePoints) return c != H::deletedMarker;
+  constexpr std::uint32_t kChanges =
+      Form::kDecomposes | propertyindex::kComposesSecond |
+      propertyindex::kCombiningClassMask | Form::kNo | Form::kMaybe;
+  return (propertyindex::lookup(c) & kChanges) == 0 &&
+         c - H::VBase >= H::TBase + H::TCount - H::VBase;
+}
+
+// The role of c; index becomes its record in the property index.
+template <class Form>
+Role roleOf(char32_t c, std::uint32_t& index) {
   using H = HangulConstants;
   // Nothing above U+10FFFF has data; the one value there that is not left
   // alone is the marker, which composition removes.
-  if (c >= propertyindex::kCodePoints)
-    return c == H::deletedMarker ? PieceKind::kInside : PieceKind::kQuick;
-  const std::uint32_t index = propertyindex::lookup(c);
+  if (c >= propertyindex::kCodePoints) {
+    index = 0;
+    return c == H::deletedMarker ? Role::kInside : Role::kPlain;
+  }
+  index = propertyindex::lookup(c);
   if (index & Form::kDecomposes) {
     const std::uint32_t record = normalizationdata::record(c);
-    if (record & Form::kQuick) return PieceKind::kQuick;
-    return (record & Form::kBoundary) ? PieceKind::kBoundary
-                                      : PieceKind::kInside;
+    if (record & Form::kQuick) return Role::kStarter;
+    return (record & Form::kBoundary) ? Role::kStarterWork : Role::kInside;
   }
-  // A mark, a second element of a pair, or a vowel or trailing place of
-  // Hangul (U+11A7 included) may compose with what stands before it.
-  if ((index & (propertyindex::kCombiningClassMask |
-                propertyindex::kComposesSecond)) != 0 ||
+  // A second element of a pair, or a vowel or trailing place of Hangul
+  // (U+11A7 included), may compose with what stands before it.
+  if ((index & propertyindex::kComposesSecond) != 0 ||
       c - H::VBase < H::TBase + H::TCount - H::VBase)
-    return PieceKind::kInside;
-  return (index & (Form::kNo | Form::kMaybe)) != 0 ? PieceKind::kBoundary
-                                                   : PieceKind::kQuick;
+    return Role::kInside;
+  if (propertyindex::combiningClass(index) != 0) return Role::kMark;
+  return (index & (Form::kNo | Form::kMaybe)) != 0 ? Role::kStarterWork
+                                                   : Role::kPlain;
 }
 
 }  // namespace unicode

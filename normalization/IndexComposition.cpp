@@ -4,11 +4,13 @@
 // last starter before it, and only a second element of a pair or a Hangul
 // vowel or trailing place composes with what stands before it. So a boundary
 // (see Forms.h), whose decomposition begins with a starter that is neither,
-// cuts the string into pieces that compose apart, and a quick code point
-// followed by a boundary is a piece that stays as it is. Only the other
-// pieces are decomposed and composed, each by the composition pass itself.
+// cuts the string into pieces that compose apart. A piece of code points
+// that no decomposition, no pair and no Hangul case touches, with its marks
+// in order, stays as it is; only the other pieces are decomposed and
+// composed, each by the composition pass itself.
 #include "normalization/IndexComposition.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -25,35 +27,68 @@ namespace unicode {
 
 namespace {
 
-// A piece of the input, [start, end).
-struct Piece {
-  size_t start;
-  size_t end;
-};
-
-// From i, a piece start (0, or a boundary), finds the first piece that
-// composition may change; everything before it stays as it is. False when
-// there is none.
-template <class Form>
-bool findPiece(const char32_t* text, size_t length, size_t i, Piece& piece) {
-  size_t j = i;
-  PieceKind kind;
-  while (true) {
-    j = static_cast<size_t>(
-        skipBelow(text + j, text + length, Form::composedCopiedBelow()) - text);
-    if (j == length) return false;
-    kind = pieceKind<Form>(text[j]);
-    if (kind != PieceKind::kQuick) break;
+// Walks text[0, length) and hands every piece that composition may change to
+// visit.piece(start, end), in order; every code point that is not plain goes
+// to visit.code(c, index, disordered) first, with its record in the property
+// index and whether its class is below that of the mark before it. Code
+// points below plainBelow must be plain. Either call may stop the walk by
+// returning false; then so does the walk.
+template <class Form, class Visitor>
+bool walkPieces(const char32_t* text, size_t length, char32_t plainBelow,
+                Visitor& visit) {
+  size_t start = 0;      // where the current piece starts
+  bool work = false;     // whether it may change
+  bool starter = false;  // whether it starts with a starter that stays alone
+  int last = 0;          // the class of the code point before
+  size_t j = 0;
+  while (j < length) {
+    // A run of plain code points, each of which starts a piece that stays
+    // as it is; the last of them starts the piece that goes on.
+    size_t k = j;
+    while (k < length) {
+      if (text[k] < plainBelow) {
+        k = static_cast<size_t>(skipBelow(text + k, text + length, plainBelow) -
+                                text);
+      } else if (isPlain<Form>(text[k])) {
+        ++k;
+      } else {
+        break;
+      }
+    }
+    if (k != j) {
+      if (work && !visit.piece(start, j)) return false;
+      start = k - 1;
+      work = false;
+      starter = false;
+      last = 0;
+      j = k;
+      if (j == length) break;
+    }
+    std::uint32_t index = 0;
+    const Role role = roleOf<Form>(text[j], index);
+    const int weight = propertyindex::combiningClass(index);
+    const bool disordered = weight != 0 && last > weight;
+    if (!visit.code(text[j], index, disordered)) return false;
+    last = weight;
+    switch (role) {
+      case Role::kPlain:
+      case Role::kStarter:
+      case Role::kStarterWork:
+        if (work && !visit.piece(start, j)) return false;
+        start = j;
+        work = role == Role::kStarterWork;
+        starter = role == Role::kStarter;
+        break;
+      case Role::kMark:
+        work = work || starter || disordered;
+        break;
+      case Role::kInside:
+        work = true;
+        break;
+    }
     ++j;
   }
-  // A code point that is no boundary belongs to the piece of the quick one
-  // before it; only the first piece of the string may start with one.
-  piece.start = kind == PieceKind::kInside && j > i ? j - 1 : j;
-  piece.end = j + 1;
-  while (piece.end < length &&
-         pieceKind<Form>(text[piece.end]) == PieceKind::kInside)
-    ++piece.end;
-  return true;
+  return !work || visit.piece(start, length);
 }
 
 // Appends the composed form of the piece [first, last) to out. The string
@@ -62,6 +97,19 @@ bool findPiece(const char32_t* text, size_t length, size_t i, Piece& piece) {
 template <class Form>
 void appendComposedPiece(const char32_t* first, const char32_t* last,
                          std::u32string& out) {
+  using H = HangulConstants;
+  // Jamo text: a leading consonant, a vowel and perhaps a trailing place
+  // are a piece of their own, which cases A and B of the pass make one
+  // syllable; the jamo have no decomposition.
+  const size_t size = static_cast<size_t>(last - first);
+  if ((size == 2 || size == 3) && first[0] - H::LBase < H::LCount &&
+      first[1] - H::VBase < H::VCount &&
+      (size == 2 || first[2] - H::TBase < H::TCount)) {
+    out.push_back(H::SBase + (first[0] - H::LBase) * H::NCount +
+                  (first[1] - H::VBase) * H::TCount +
+                  (size == 3 ? first[2] - H::TBase : 0));
+    return;
+  }
   const size_t base = out.size();
   int weight = 0;
   bool unordered = false;
@@ -93,51 +141,108 @@ String composeShort(const String& s) {
   return String(std::move(out));
 }
 
+// Writes the composed form: the text between pieces as it stands, each
+// piece composed.
+template <class Form>
+class Composer {
+ public:
+  explicit Composer(const char32_t* text) : text_(text) {}
+  bool code(char32_t, std::uint32_t, bool) { return true; }
+  bool piece(size_t start, size_t end) {
+    out.append(text_ + copied, start - copied);
+    appendComposedPiece<Form>(text_ + start, text_ + end, out);
+    copied = end;
+    return true;
+  }
+  std::u32string out;
+  size_t copied = 0;
+
+ private:
+  const char32_t* text_;
+};
+
+// Compares each piece with its composed form. The text before the piece is
+// its own composed form, so a piece that differs from its composed form at
+// some place that both reach makes the whole differ there. A piece whose
+// composed form is a proper beginning of it, or the other way round, leaves
+// that open, for the whole string to settle.
+template <class Form>
+class PieceComparer {
+ public:
+  explicit PieceComparer(const char32_t* text) : text_(text) {}
+  bool code(char32_t, std::uint32_t, bool) { return true; }
+  bool piece(size_t start, size_t end) {
+    // Past a piece that changed its length, the places no longer match.
+    if (differs || undecided) return true;
+    composed_.clear();
+    appendComposedPiece<Form>(text_ + start, text_ + end, composed_);
+    const size_t size = end - start;
+    const size_t common = std::min(size, composed_.size());
+    if (std::memcmp(composed_.data(), text_ + start,
+                    common * sizeof(char32_t)) != 0)
+      differs = true;
+    else if (composed_.size() != size)
+      undecided = true;
+    return true;
+  }
+  bool differs = false;    // the composed whole differs from the text
+  bool undecided = false;  // a piece changed its length only
+
+ private:
+  const char32_t* text_;
+  std::u32string composed_;
+};
+
+// The walk of isNFC (isNFKC): the checks of every code point, and the
+// comparison of the pieces that may change, stopping as soon as the answer
+// is false.
+template <class Form>
+class QuickChecker : public PieceComparer<Form> {
+ public:
+  using PieceComparer<Form>::PieceComparer;
+  bool code(char32_t, std::uint32_t index, bool disordered) {
+    if (disordered || (index & Form::kNo)) return false;
+    maybe = maybe || (index & Form::kMaybe) != 0;
+    return !(maybe && this->differs);
+  }
+  bool piece(size_t start, size_t end) {
+    PieceComparer<Form>::piece(start, end);
+    return !(maybe && this->differs);
+  }
+  bool maybe = false;  // a Maybe code point was met
+};
+
 }  // namespace
 
 template <class Form>
 String composeWithIndex(const String& s) {
   const size_t length = s.length();
   if (length < 2) return composeShort<Form>(s);
-  const char32_t* const text = s.data();
-  std::u32string out;
-  out.reserve(length + length / 16 + 4);
-  size_t copied = 0;
-  Piece piece;
-  for (size_t i = 0; findPiece<Form>(text, length, i, piece); i = piece.end) {
-    out.append(text + copied, piece.start - copied);
-    appendComposedPiece<Form>(text + piece.start, text + piece.end, out);
-    copied = piece.end;
-  }
-  out.append(text + copied, length - copied);
-  return String(std::move(out));
+  Composer<Form> composer(s.data());
+  composer.out.reserve(length + length / 16 + 4);
+  walkPieces<Form>(s.data(), length, Form::composedCopiedBelow(), composer);
+  composer.out.append(s.data() + composer.copied, length - composer.copied);
+  return String(std::move(composer.out));
 }
 
 template <class Form>
-bool composesToItself(const String& s) {
+bool isComposedWithIndex(const String& s) {
   const size_t length = s.length();
+  QuickChecker<Form> checker(s.data());
+  if (!walkPieces<Form>(
+          s.data(), length,
+          std::min(Form::checkedBelow(), Form::composedCopiedBelow()), checker))
+    return false;
+  if (!checker.maybe) return true;
   if (length < 2) return composeShort<Form>(s) == s;
-  const char32_t* const text = s.data();
-  std::u32string composed;
-  Piece piece;
-  for (size_t i = 0; findPiece<Form>(text, length, i, piece); i = piece.end) {
-    composed.clear();
-    appendComposedPiece<Form>(text + piece.start, text + piece.end, composed);
-    const size_t size = piece.end - piece.start;
-    // A piece that changes makes the whole string compare; the result
-    // decides, whatever else may stand around the piece.
-    if (composed.size() != size ||
-        std::memcmp(composed.data(), text + piece.start,
-                    size * sizeof(char32_t)) != 0)
-      return composeWithIndex<Form>(s) == s;
-  }
-  return true;
+  if (checker.differs) return false;
+  return !checker.undecided || composeWithIndex<Form>(s) == s;
 }
 
 template String composeWithIndex<CanonicalForm>(const String& s);
 template String composeWithIndex<CompatibilityForm>(const String& s);
-template bool composesToItself<CanonicalForm>(const String& s);
-template bool composesToItself<CompatibilityForm>(const String& s);
+template bool isComposedWithIndex<CanonicalForm>(const String& s);
+template bool isComposedWithIndex<CompatibilityForm>(const String& s);
 
 }  // namespace unicode
 }  // namespace zelvo

@@ -1,6 +1,6 @@
 // toNFC and toNFKC of the finished tables, through the property index and
-// the normalization data, and the test of whether they leave a string as it
-// is, which the composed quick checks ask.
+// the normalization data, and the composed quick checks, which ask whether
+// they leave a string as it is.
 #pragma once
 
 #include "string/String.h"
@@ -12,11 +12,13 @@ namespace unicode {
 template <class Form>
 String composeWithIndex(const String& s);
 
-// Whether toNFC (toNFKC) of s equals s. Only the pieces of s that can change
-// are composed, each apart; a piece that changes has the whole string
-// composed and compared, so that the answer is always that of the whole.
+// isNFC (Form CanonicalForm) or isNFKC (CompatibilityForm) of s: false at
+// any class out of order or any No code point, and where a Maybe code point
+// stands anywhere, false too if toNFC (toNFKC) of the whole changes it. Only
+// the pieces of s that may change are composed, each apart, and where that
+// leaves the answer open, the whole string is composed and compared.
 template <class Form>
-bool composesToItself(const String& s);
+bool isComposedWithIndex(const String& s);
 
 }  // namespace unicode
 }  // namespace zelvo

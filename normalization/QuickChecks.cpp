@@ -57,34 +57,27 @@ bool isDecomposed(const String& s, char32_t threshold, Lookup lookup) {
   }
 }
 
-// The decision of isNFC and isNFKC, with the question of step three left to
-// the caller: false at any class out of order or any No code point; with
-// neither, true if no code point is Maybe, and otherwise whatever the
-// composed form of the whole says. The written check composes and compares
-// at every Maybe, always the same whole string with the same answer, so one
-// answer serves them all, and the order of the scan does not matter.
-enum class Scan { kNo, kYes, kMaybe };
-
-template <class Lookup>
-Scan scanComposed(const String& s, char32_t copiedBelow, Lookup lookup) {
-  const char32_t* p = s.data();
-  const char32_t* const end = p + s.length();
+// isNFC and isNFKC on the tables. Every code point is looked up, so a
+// starter resets `last`. The written check composes the whole string and
+// compares at every Maybe code point, always with the same answer, so one
+// comparison serves them all; and as any class out of order, any No and,
+// with a Maybe anywhere, any change make the answer false wherever they
+// stand, the comparison is left for the end of the scan.
+bool isComposedOnTables(
+    UnicodeTransformationTables& tables, const String& s,
+    const RangeList& noRanges, const RangeList& maybeRanges,
+    String (UnicodeTransformationTables::*normalize)(String const&)) {
+  const TableQuickData data(tables, noRanges, maybeRanges);
   int last = 0;
   bool maybe = false;
-  while (true) {
-    const char32_t* const next = skipBelow(p, end, copiedBelow);
-    if (next != p) last = 0;
-    p = next;
-    if (p == end) return maybe ? Scan::kMaybe : Scan::kYes;
-    int weight = 0;
-    bool isNo = false;
-    bool isMaybe = false;
-    lookup(*p++, weight, isNo, isMaybe);
-    if (weight != 0 && last > weight) return Scan::kNo;
-    if (isNo) return Scan::kNo;
-    maybe = maybe || isMaybe;
+  for (const char32_t c : s) {
+    const int weight = data.weight(c);
+    if (weight != 0 && last > weight) return false;
+    if (data.isNo(c)) return false;
+    maybe = maybe || data.isMaybe(c);
     last = weight;
   }
+  return !maybe || (tables.*normalize)(s) == s;
 }
 
 bool isDecomposedOnTables(UnicodeTransformationTables& tables, const String& s,
@@ -103,34 +96,6 @@ bool isDecomposedWithIndex(const String& s, char32_t threshold,
     w = propertyindex::combiningClass(index);
     isNo = (index & noFlag) != 0;
   });
-}
-
-bool isComposedOnTables(
-    UnicodeTransformationTables& tables, const String& s,
-    const RangeList& noRanges, const RangeList& maybeRanges,
-    String (UnicodeTransformationTables::*normalize)(String const&)) {
-  const TableQuickData data(tables, noRanges, maybeRanges);
-  const Scan scan =
-      scanComposed(s, 0, [&data](char32_t c, int& w, bool& no, bool& maybe) {
-        w = data.weight(c);
-        no = data.isNo(c);
-        maybe = data.isMaybe(c);
-      });
-  if (scan != Scan::kMaybe) return scan == Scan::kYes;
-  return (tables.*normalize)(s) == s;
-}
-
-template <class Form>
-bool isComposedWithIndex(const String& s) {
-  const Scan scan = scanComposed(
-      s, Form::checkedBelow(), [](char32_t c, int& w, bool& no, bool& maybe) {
-        const std::uint32_t index = propertyindex::lookup(c);
-        w = propertyindex::combiningClass(index);
-        no = (index & Form::kNo) != 0;
-        maybe = (index & Form::kMaybe) != 0;
-      });
-  if (scan != Scan::kMaybe) return scan == Scan::kYes;
-  return composesToItself<Form>(s);
 }
 
 }  // namespace

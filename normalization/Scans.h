@@ -16,6 +16,8 @@ namespace unicode {
 // once; elsewhere one at a time.
 inline const char32_t* skipBelow(const char32_t* p, const char32_t* end,
                                  char32_t limit) {
+  // Text of other scripts stops at once: no block compare for one element.
+  if (p == end || *p >= limit) return p;
 #if defined(__SSE2__)
   // SSE2 compares signed values only: flipping the top bit of both sides
   // turns the unsigned order into the signed one.

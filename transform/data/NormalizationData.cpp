@@ -16,9 +16,9 @@ const char32_t kFirstMark = 0x000300;
 const char32_t kNfdCopiedBelow = 0x0000C0;
 // Below: no combining class and nothing for toNFKD to decompose.
 const char32_t kNfkdCopiedBelow = 0x0000A0;
-// Below: every code point is quick for toNFC.
-const char32_t kNfcCopiedBelow = 0x000300;
-// Below: every code point is quick for toNFKC.
+// Below: quick for toNFC, and nothing for it to decompose.
+const char32_t kNfcCopiedBelow = 0x0000C0;
+// Below: quick for toNFKC, and nothing for it to decompose.
 const char32_t kNfkcCopiedBelow = 0x0000A0;
 // Below: no combining class and in no list of isNFC.
 const char32_t kNfcCheckedBelow = 0x000300;

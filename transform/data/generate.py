@@ -999,10 +999,14 @@ def normalization_thresholds(tables, canonical, nfkd, kinds):
         ("kNfkdCopiedBelow",
          "Below: no combining class and nothing for toNFKD to decompose",
          first_where(lambda c: c in weights or c in nfkd or syllable(c))),
-        ("kNfcCopiedBelow", "Below: every code point is quick for toNFC",
-         first_where(lambda c: not kinds.kinds(c, False)[1])),
-        ("kNfkcCopiedBelow", "Below: every code point is quick for toNFKC",
-         first_where(lambda c: not kinds.kinds(c, True)[1])),
+        ("kNfcCopiedBelow",
+         "Below: quick for toNFC, and nothing for it to decompose",
+         first_where(lambda c: not kinds.kinds(c, False)[1] or
+                     c in canonical or syllable(c))),
+        ("kNfkcCopiedBelow",
+         "Below: quick for toNFKC, and nothing for it to decompose",
+         first_where(lambda c: not kinds.kinds(c, True)[1] or c in nfkd or
+                     syllable(c))),
         ("kNfcCheckedBelow",
          "Below: no combining class and in no list of isNFC",
          first_where(lambda c: c in weights or
