@@ -65,7 +65,7 @@ class TableSource {
 };
 
 // The Hangul constants and the marker that the constructor gives every
-// object; UsesIndexTest checks that gTransformTables holds them.
+// object; NormalizationDataTest checks that gTransformTables holds them.
 struct HangulConstants {
   static constexpr char32_t LBase = 0x1100;
   static constexpr char32_t VBase = 0x1161;
