@@ -58,14 +58,16 @@ struct CompatibilityForm {
 // What a code point of the input is to composition. A boundary starts a
 // piece of text that composes apart from everything before it: toNFC (or
 // toNFKC) of the whole is the pieces composed one by one, put together. A
-// piece of a plain boundary and marks in canonical order stays as it is: a
-// Hangul syllable is decomposed and composed again, and no mark of the piece
-// is decomposed or composes with anything.
+// piece of a plain boundary and marks in canonical order stays as it is if
+// no first element of a pair stands with a second one: a Hangul syllable is
+// decomposed and composed again, nothing else is decomposed, and nothing
+// composes.
 enum class Role {
   kPlain,        // a boundary that stays, and so do marks after it
   kStarter,      // a boundary that stays alone, not with what follows it
   kStarterWork,  // a boundary that changes even alone
   kMark,         // a mark that is never decomposed and composes with nothing
+  kSecond,       // the second element of a pair, never decomposed
   kInside,       // no boundary, and it may change or make others change
 };
 
@@ -100,11 +102,10 @@ Role roleOf(char32_t c, std::uint32_t& index) {
     if (record & Form::kQuick) return Role::kStarter;
     return (record & Form::kBoundary) ? Role::kStarterWork : Role::kInside;
   }
-  // A second element of a pair, or a vowel or trailing place of Hangul
-  // (U+11A7 included), may compose with what stands before it.
-  if ((index & propertyindex::kComposesSecond) != 0 ||
-      c - H::VBase < H::TBase + H::TCount - H::VBase)
-    return Role::kInside;
+  // A vowel or trailing place of Hangul (U+11A7 included) may compose with
+  // what stands before it, and so may a second element of a pair.
+  if (c - H::VBase < H::TBase + H::TCount - H::VBase) return Role::kInside;
+  if (index & propertyindex::kComposesSecond) return Role::kSecond;
   if (propertyindex::combiningClass(index) != 0) return Role::kMark;
   return (index & (Form::kNo | Form::kMaybe)) != 0 ? Role::kStarterWork
                                                    : Role::kPlain;

@@ -5,9 +5,10 @@
 // vowel or trailing place composes with what stands before it. So a boundary
 // (see Forms.h), whose decomposition begins with a starter that is neither,
 // cuts the string into pieces that compose apart. A piece of code points
-// that no decomposition, no pair and no Hangul case touches, with its marks
-// in order, stays as it is; only the other pieces are decomposed and
-// composed, each by the composition pass itself.
+// that no decomposition and no Hangul case touches, with its marks in order
+// and no first and second element of a pair together, stays as it is; only
+// the other pieces are decomposed and composed, each by the composition pass
+// itself.
 #include "normalization/IndexComposition.h"
 
 #include <algorithm>
@@ -36,9 +37,12 @@ namespace {
 template <class Form, class Visitor>
 bool walkPieces(const char32_t* text, size_t length, char32_t plainBelow,
                 Visitor& visit) {
+  using propertyindex::kComposesFirst;
   size_t start = 0;      // where the current piece starts
   bool work = false;     // whether it may change
   bool starter = false;  // whether it starts with a starter that stays alone
+  bool first = false;    // whether it holds a first element of a pair
+  bool second = false;   // whether it holds a second element of a pair
   int last = 0;          // the class of the code point before
   size_t j = 0;
   while (j < length) {
@@ -56,13 +60,15 @@ bool walkPieces(const char32_t* text, size_t length, char32_t plainBelow,
       }
     }
     if (k != j) {
-      if (work && !visit.piece(start, j)) return false;
-      start = k - 1;
+      if ((work || (first && second)) && !visit.piece(start, j)) return false;
+      j = k;
+      if (j == length) return true;
+      start = j - 1;
       work = false;
       starter = false;
+      first = (propertyindex::lookup(text[start]) & kComposesFirst) != 0;
+      second = false;
       last = 0;
-      j = k;
-      if (j == length) break;
     }
     std::uint32_t index = 0;
     const Role role = roleOf<Form>(text[j], index);
@@ -74,10 +80,17 @@ bool walkPieces(const char32_t* text, size_t length, char32_t plainBelow,
       case Role::kPlain:
       case Role::kStarter:
       case Role::kStarterWork:
-        if (work && !visit.piece(start, j)) return false;
+        if ((work || (first && second)) && !visit.piece(start, j)) return false;
         start = j;
         work = role == Role::kStarterWork;
         starter = role == Role::kStarter;
+        first = (index & kComposesFirst) != 0;
+        second = false;
+        break;
+      case Role::kSecond:
+        second = true;
+        first = first || (index & kComposesFirst) != 0;
+        work = work || starter || disordered;
         break;
       case Role::kMark:
         work = work || starter || disordered;
@@ -88,7 +101,7 @@ bool walkPieces(const char32_t* text, size_t length, char32_t plainBelow,
     }
     ++j;
   }
-  return !work || visit.piece(start, length);
+  return !(work || (first && second)) || visit.piece(start, length);
 }
 
 // Appends the composed form of the piece [first, last) to out. The string

@@ -75,9 +75,8 @@ Role roleByTables(char32_t c, bool compatibility) {
     if (hasWeight(c) || composesBack(first)) return Role::kInside;
     return listed ? Role::kStarterWork : Role::kStarter;
   }
-  if (secondElements().count(c) || (c >= 0x1161 && c < 0x11C3) ||
-      c == 0xFFFFFFFF)
-    return Role::kInside;
+  if ((c >= 0x1161 && c < 0x11C3) || c == 0xFFFFFFFF) return Role::kInside;
+  if (secondElements().count(c)) return Role::kSecond;
   if (hasWeight(c)) return Role::kMark;
   return listed ? Role::kStarterWork : Role::kPlain;
 }
