@@ -54,11 +54,10 @@ extern const std::uint64_t kCompositionSlots[kCompositionSlotCount];
 
 // Below each of these, every code point is a starter that the fast path
 // named copies as it stands, without a lookup.
-extern const char32_t kFirstMark;         // no combining class below
 extern const char32_t kNfdCopiedBelow;    // toNFD
 extern const char32_t kNfkdCopiedBelow;   // toNFKD
-extern const char32_t kNfcCopiedBelow;    // toNFC: quick code points
-extern const char32_t kNfkcCopiedBelow;   // toNFKC: quick code points
+extern const char32_t kNfcCopiedBelow;    // toNFC: plain code points
+extern const char32_t kNfkcCopiedBelow;   // toNFKC: plain code points
 extern const char32_t kNfcCheckedBelow;   // isNFC: no class, in no list
 extern const char32_t kNfkcCheckedBelow;  // isNFKC: no class, in no list
 #pragma GCC visibility pop

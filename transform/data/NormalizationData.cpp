@@ -2,7 +2,7 @@
 // Unicode data, under the Unicode License v3: see LICENSE-UNICODE.
 // The normalization data of transform/NormalizationData.h: 5721 records in
 // 102 distinct blocks of 128, 6628 code points of expansions, 940 pairs in
-// 2048 slots, 103852 bytes in all.
+// 2048 slots, 103848 bytes in all.
 
 #include "transform/NormalizationData.h"
 
@@ -10,8 +10,6 @@ namespace zelvo {
 namespace unicode {
 namespace normalizationdata {
 
-// The lowest code point with a combining class.
-const char32_t kFirstMark = 0x000300;
 // Below: no combining class and nothing for toNFD to decompose.
 const char32_t kNfdCopiedBelow = 0x0000C0;
 // Below: no combining class and nothing for toNFKD to decompose.

@@ -990,8 +990,6 @@ def normalization_thresholds(tables, canonical, nfkd, kinds):
         return 0 <= c - S_BASE < S_COUNT
 
     return [
-        ("kFirstMark", "The lowest code point with a combining class",
-         min(weights)),
         ("kNfdCopiedBelow",
          "Below: no combining class and nothing for toNFD to decompose",
          first_where(lambda c: c in weights or c in canonical or
@@ -1002,11 +1000,10 @@ def normalization_thresholds(tables, canonical, nfkd, kinds):
         ("kNfcCopiedBelow",
          "Below: quick for toNFC, and nothing for it to decompose",
          first_where(lambda c: not kinds.kinds(c, False)[1] or
-                     c in canonical or syllable(c))),
+                     c in canonical)),
         ("kNfkcCopiedBelow",
          "Below: quick for toNFKC, and nothing for it to decompose",
-         first_where(lambda c: not kinds.kinds(c, True)[1] or c in nfkd or
-                     syllable(c))),
+         first_where(lambda c: not kinds.kinds(c, True)[1] or c in nfkd)),
         ("kNfcCheckedBelow",
          "Below: no combining class and in no list of isNFC",
          first_where(lambda c: c in weights or
