@@ -15,9 +15,11 @@ std::string corpusDir() {
   return fromEnvironment != nullptr ? fromEnvironment : ZELVO_CORPUS_DIR;
 }
 
-std::vector<CorpusFile> corpusFiles(const std::string& suffix) {
+namespace {
+
+std::vector<CorpusFile> filesIn(const std::string& dir,
+                                const std::string& suffix) {
   std::vector<CorpusFile> files;
-  const std::string dir = corpusDir();
   DIR* handle = opendir(dir.c_str());
   if (handle == nullptr) return files;
   while (dirent* entry = readdir(handle)) {
@@ -36,6 +38,19 @@ std::vector<CorpusFile> corpusFiles(const std::string& suffix) {
       files.begin(), files.end(),
       [](const CorpusFile& a, const CorpusFile& b) { return a.name < b.name; });
   return files;
+}
+
+}  // namespace
+
+std::vector<CorpusFile> corpusFiles(const std::string& suffix) {
+  return filesIn(corpusDir(), suffix);
+}
+
+std::vector<CorpusFile> extraTexts(const std::string& suffix) {
+  const char* fromEnvironment = std::getenv("ZELVO_BENCH_TEXTS_DIR");
+  return filesIn(
+      fromEnvironment != nullptr ? fromEnvironment : ZELVO_BENCH_TEXTS_DIR,
+      suffix);
 }
 
 }  // namespace zelvo_bench

@@ -18,4 +18,9 @@ std::string corpusDir();
 // ".latin1.txt"), sorted by name; files that are absent are left out.
 std::vector<CorpusFile> corpusFiles(const std::string& suffix);
 
+// The same of bench/texts/: texts of scripts that the corpus lacks, written
+// for the benchmarks. The folder is compiled in, and may be overridden by
+// $ZELVO_BENCH_TEXTS_DIR.
+std::vector<CorpusFile> extraTexts(const std::string& suffix);
+
 }  // namespace zelvo_bench

@@ -5,7 +5,10 @@
 #include <string>
 #include <utility>
 
-#include "normalization/FastPaths.h"
+#include "normalization/DataSources.h"
+#include "normalization/Forms.h"
+#include "normalization/IndexDecomposition.h"
+#include "normalization/WrittenThresholds.h"
 #include "transform/UnicodeTransformationTables.h"
 #include "transform/data/Fillers.h"
 
@@ -14,14 +17,41 @@ namespace unicode {
 
 namespace {
 
-// The lowest keys of decompositionMap and compatDecompositionMap: text below
-// them is copied without a lookup.
-constexpr char32_t kFirstCanonicalDecomposable = 0x00C0;
-constexpr char32_t kFirstCompatDecomposable = 0x00A0;
-
 // Appends the elements of value to out.
 void appendString(std::u32string& out, const String& value) {
   out.append(value.data(), value.length());
+}
+
+// toNFD on the maps themselves: one lookup in decompositionMap, or Hangul
+// arithmetic, for each code point from kCanonicalRule up.
+std::u32string decomposeCanonically(UnicodeTransformationTables& tables,
+                                    const String& s) {
+  std::u32string out;
+  out.reserve(s.length());
+  for (const char32_t c : s) {
+    if (c < kCanonicalRule) {
+      out.push_back(c);
+      continue;
+    }
+    const auto found = tables.decompositionMap.find(c);
+    if (found != tables.decompositionMap.end()) {
+      appendString(out, found->second);
+      continue;
+    }
+    // SLimit itself gets past the bound, which is inclusive; the test of
+    // the index stops it.
+    if (c < tables.SBase || c > tables.SLimit ||
+        c - tables.SBase >= tables.SCount) {
+      out.push_back(c);
+      continue;
+    }
+    const char32_t index = c - tables.SBase;
+    const char32_t t = index % tables.TCount;
+    out.push_back(tables.LBase + index / tables.NCount);
+    out.push_back(tables.VBase + (index % tables.NCount) / tables.TCount);
+    if (t != 0) out.push_back(tables.TBase + t);
+  }
+  return out;
 }
 
 }  // namespace
@@ -80,79 +110,27 @@ void UnicodeTransformationTables::initCompatDecomp() {
 }
 
 String UnicodeTransformationTables::toNFD(String const& s) {
-  const size_t length = s.length();
-  const char32_t* p = s.data();
-  const char32_t* const end = p + length;
-  GapLookup<std::map<char32_t, String>> decompositions(decompositionMap);
-  std::u32string out;
-  // Room for some growth, so that text with a few decompositions is written
-  // into one block without being moved when it outgrows the input's size.
-  out.reserve(length + length / 8);
-  // Code points that stay as they are gather in a run that is copied in one
-  // piece when something else has to be appended, or at the end.
-  const char32_t* run = p;
-  while (p != end) {
-    p = skipBelow(p, end, kFirstCanonicalDecomposable);
-    if (p == end) break;
-    const char32_t c = *p;
-    const auto found = decompositions.find(c);
-    if (found == decompositions.end()) {
-      // SLimit itself gets past the bound, which is inclusive; the test of
-      // the index stops it.
-      if (c < SBase || c > SLimit || c - SBase >= SCount) {
-        ++p;
-        continue;
-      }
-    }
-    out.append(run, static_cast<size_t>(p - run));
-    run = ++p;
-    if (found != decompositions.end()) {
-      appendString(out, found->second);
-      continue;
-    }
-    // A Hangul syllable, by arithmetic.
-    const char32_t index = c - SBase;
-    const char32_t t = index % TCount;
-    out.push_back(LBase + index / NCount);
-    out.push_back(VBase + (index % NCount) / TCount);
-    if (t != 0) out.push_back(TBase + t);
-  }
-  out.append(run, static_cast<size_t>(end - run));
-  String result(std::move(out));
+  if (usesIndex(*this)) return decomposeWithIndex<CanonicalForm>(s);
+  String result(decomposeCanonically(*this, s));
   sortCombiningMarks(result);
   return result;
 }
 
 String UnicodeTransformationTables::toNFKD(String const& s) {
-  String canonical = toNFD(s);
-  const size_t length = canonical.length();
-  const char32_t* p = canonical.data();
-  const char32_t* const end = p + length;
-  GapLookup<std::map<char32_t, String>> decompositions(compatDecompositionMap);
-  std::u32string out;  // made only once something is replaced
-  const char32_t* run = p;
-  while (p != end) {
-    p = skipBelow(p, end, kFirstCompatDecomposable);
-    if (p == end) break;
-    // One pass: a compatibility value is final and is not looked up again.
-    const auto found = decompositions.find(*p);
-    if (found == decompositions.end()) {
-      ++p;
-      continue;
-    }
-    if (out.empty()) out.reserve(length + length / 8 + found->second.length());
-    out.append(run, static_cast<size_t>(p - run));
-    run = ++p;
-    appendString(out, found->second);
+  if (usesIndex(*this)) return decomposeWithIndex<CompatibilityForm>(s);
+  const String canonical = toNFD(s);
+  std::u32string out;
+  out.reserve(canonical.length());
+  // One pass: a compatibility value is final and is not looked up again.
+  for (const char32_t c : canonical) {
+    const auto found = c < kCompatibilityRule ? compatDecompositionMap.end()
+                                              : compatDecompositionMap.find(c);
+    if (found == compatDecompositionMap.end())
+      out.push_back(c);
+    else
+      appendString(out, found->second);
   }
-  // With nothing replaced, the result is the canonical string as it stands.
-  String result;
-  if (run == canonical.data()) {
-    result = std::move(canonical);
-  } else {
-    out.append(run, static_cast<size_t>(end - run));
-    result = String(std::move(out));
-  }
+  String result(std::move(out));
   // The marks that the compatibility values brought in are ordered here.
   sortCombiningMarks(result);
   return result;

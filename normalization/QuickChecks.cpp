@@ -1,8 +1,13 @@
 // The quick checks isNFD, isNFKD, isNFC and isNFKC: answers from the quick
 // check lists and the combining classes, normalizing only on a Maybe.
-#include <map>
+#include <cstdint>
 
-#include "normalization/FastPaths.h"
+#include "normalization/DataSources.h"
+#include "normalization/Forms.h"
+#include "normalization/IndexComposition.h"
+#include "normalization/Scans.h"
+#include "normalization/WrittenThresholds.h"
+#include "transform/PropertyIndex.h"
 #include "transform/UnicodeTransformationTables.h"
 
 namespace zelvo {
@@ -10,102 +15,113 @@ namespace unicode {
 
 namespace {
 
-// No code point below U+0300 has a combining class or stands in an NFC or
-// NFKC Maybe list or in the NFC No list, and nothing below U+00A0 stands in
-// the NFKC No list. QuickChecksTest checks these facts against the tables.
-constexpr char32_t kFirstPossibleMark = 0x0300;
-constexpr char32_t kFirstNfkcNo = 0x00A0;
+// What the quick checks ask of a code point: its weight (0 for none) and
+// whether it is in the No and Maybe lists of the form. On the tables, from
+// weightMap and the range lists.
+class TableQuickData {
+ public:
+  TableQuickData(UnicodeTransformationTables& tables, const RangeList& no,
+                 const RangeList& maybe)
+      : tables_(tables), no_(no), maybe_(maybe) {}
+  int weight(char32_t c) const {
+    const auto found = tables_.weightMap.find(c);
+    return found == tables_.weightMap.end() ? 0 : found->second;
+  }
+  bool isNo(char32_t c) const { return rangeContains(no_, c); }
+  bool isMaybe(char32_t c) const { return rangeContains(maybe_, c); }
+
+ private:
+  UnicodeTransformationTables& tables_;
+  const RangeList& no_;
+  const RangeList& maybe_;
+};
 
 // isNFD and isNFKD. Below the threshold nothing is looked up, and `last`
 // is left as it stands rather than reset: a code point there is a starter,
 // but the check carries the class of the mark before it across. That can
 // only make the answer stricter, never laxer.
-bool isDecomposed(UnicodeTransformationTables& tables, const String& s,
-                  char32_t threshold, const RangeList& noRanges) {
-  const size_t length = s.length();
-  if (length == 0) return true;
+template <class Lookup>
+bool isDecomposed(const String& s, char32_t threshold, Lookup lookup) {
   const char32_t* p = s.data();
-  const char32_t* const end = p + length;
-  GapLookup<std::map<char32_t, int>> weights(tables.weightMap);
-  RangeMemo no(noRanges);
+  const char32_t* const end = p + s.length();
   int last = 0;
   while (true) {
     p = skipBelow(p, end, threshold);
-    if (p == end) break;
-    const char32_t c = *p++;
+    if (p == end) return true;
     int weight = 0;
-    if (c >= kFirstPossibleMark) {
-      const auto found = weights.find(c);
-      if (found != weights.end()) {
-        weight = found->second;
-        if (last > weight && weight != 0) return false;
-      }
-    }
-    if (no.contains(c)) return false;
+    bool isNo = false;
+    lookup(*p++, weight, isNo);
+    if (weight != 0 && last > weight) return false;
+    if (isNo) return false;
     last = weight;
   }
-  return true;
 }
 
-// isNFC and isNFKC. Every code point takes part, so a starter resets
-// `last`. The first Maybe code point settles nothing by itself: the whole
-// string is normalized and compared, and so again at every further Maybe.
-bool isComposed(
-    UnicodeTransformationTables& tables, const String& s, char32_t firstNo,
+// isNFC and isNFKC on the tables. Every code point is looked up, so a
+// starter resets `last`. The written check composes the whole string and
+// compares at every Maybe code point, always with the same answer, so one
+// comparison serves them all; and as any class out of order, any No and,
+// with a Maybe anywhere, any change make the answer false wherever they
+// stand, the comparison is left for the end of the scan.
+bool isComposedOnTables(
+    UnicodeTransformationTables& tables, const String& s,
     const RangeList& noRanges, const RangeList& maybeRanges,
     String (UnicodeTransformationTables::*normalize)(String const&)) {
-  const size_t length = s.length();
-  if (length == 0) return true;
-  const char32_t* p = s.data();
-  const char32_t* const end = p + length;
-  GapLookup<std::map<char32_t, int>> weights(tables.weightMap);
-  RangeMemo no(noRanges);
-  RangeMemo maybe(maybeRanges);
+  const TableQuickData data(tables, noRanges, maybeRanges);
   int last = 0;
-  while (true) {
-    // Below firstNo every code point is a starter in neither list.
-    const char32_t* const next = skipBelow(p, end, firstNo);
-    if (next != p) last = 0;
-    p = next;
-    if (p == end) break;
-    const char32_t c = *p++;
-    int weight = 0;
-    if (c >= kFirstPossibleMark) {
-      const auto found = weights.find(c);
-      if (found != weights.end()) {
-        weight = found->second;
-        if (last > weight && weight != 0) return false;
-      }
-    }
-    const bool isNo = no.contains(c);
-    if (c < kFirstPossibleMark || !maybe.contains(c)) {
-      if (isNo) return false;
-    } else if (isNo || (tables.*normalize)(s) != s) {
-      return false;
-    }
+  bool maybe = false;
+  for (const char32_t c : s) {
+    const int weight = data.weight(c);
+    if (weight != 0 && last > weight) return false;
+    if (data.isNo(c)) return false;
+    maybe = maybe || data.isMaybe(c);
     last = weight;
   }
-  return true;
+  return !maybe || (tables.*normalize)(s) == s;
+}
+
+bool isDecomposedOnTables(UnicodeTransformationTables& tables, const String& s,
+                          char32_t threshold, const RangeList& no) {
+  const TableQuickData data(tables, no, no);
+  return isDecomposed(s, threshold, [&data](char32_t c, int& w, bool& isNo) {
+    w = data.weight(c);
+    isNo = data.isNo(c);
+  });
+}
+
+bool isDecomposedWithIndex(const String& s, char32_t threshold,
+                           std::uint32_t noFlag) {
+  return isDecomposed(s, threshold, [noFlag](char32_t c, int& w, bool& isNo) {
+    const std::uint32_t index = propertyindex::lookup(c);
+    w = propertyindex::combiningClass(index);
+    isNo = (index & noFlag) != 0;
+  });
 }
 
 }  // namespace
 
 bool UnicodeTransformationTables::isNFD(String const& s) {
-  return isDecomposed(*this, s, 0x00C0, nfdQcNoRanges);
+  if (usesIndex(*this))
+    return isDecomposedWithIndex(s, kCanonicalRule, propertyindex::kNfdNo);
+  return isDecomposedOnTables(*this, s, kCanonicalRule, nfdQcNoRanges);
 }
 
 bool UnicodeTransformationTables::isNFKD(String const& s) {
-  return isDecomposed(*this, s, 0x00A0, nfkdQcNoRanges);
+  if (usesIndex(*this))
+    return isDecomposedWithIndex(s, kCompatibilityRule, propertyindex::kNfkdNo);
+  return isDecomposedOnTables(*this, s, kCompatibilityRule, nfkdQcNoRanges);
 }
 
 bool UnicodeTransformationTables::isNFC(String const& s) {
-  return isComposed(*this, s, kFirstPossibleMark, nfcQcNoRanges,
-                    nfcQcMaybeRanges, &UnicodeTransformationTables::toNFC);
+  if (usesIndex(*this)) return isComposedWithIndex<CanonicalForm>(s);
+  return isComposedOnTables(*this, s, nfcQcNoRanges, nfcQcMaybeRanges,
+                            &UnicodeTransformationTables::toNFC);
 }
 
 bool UnicodeTransformationTables::isNFKC(String const& s) {
-  return isComposed(*this, s, kFirstNfkcNo, nfkcQcNoRanges, nfkcQcMaybeRanges,
-                    &UnicodeTransformationTables::toNFKC);
+  if (usesIndex(*this)) return isComposedWithIndex<CompatibilityForm>(s);
+  return isComposedOnTables(*this, s, nfkcQcNoRanges, nfkcQcMaybeRanges,
+                            &UnicodeTransformationTables::toNFKC);
 }
 
 }  // namespace unicode

@@ -235,21 +235,6 @@ TEST(CompositionTest, CompositionMapKeysAreOneLevelMappings) {
       EXPECT_NE(entry.second, nonStarterDecomposition);
 }
 
-// The fast path of composeHelper skips every code point that cannot be the
-// second element of a pair: those below U+0300 and those outside the NFC
-// Maybe list.
-TEST(CompositionTest, EverySecondElementIsAnNfcMaybeCodePointFromU0300Up) {
-  ASSERT_FALSE(gTransformTables.compositionMap.empty());
-  for (const auto& entry : gTransformTables.compositionMap) {
-    ASSERT_EQ(entry.first.length(), 2u);
-    const char32_t second = entry.first[1];
-    EXPECT_GE(second, char32_t{0x0300}) << std::hex << second;
-    EXPECT_TRUE(zelvo::unicode::rangeContains(gTransformTables.nfcQcMaybeRanges,
-                                              second))
-        << std::hex << second;
-  }
-}
-
 TEST(CompositionTest, CompositionMapEqualsThePrimaryCompositesOfTheFiles) {
   zelvo_test::UnicodeDataFile data;
   const std::string unicodeData = zelvo_test::ucdFile("UnicodeData.txt");

@@ -203,20 +203,4 @@ TEST(QuickChecksTest, CheckOfOneCodePointAgreesWithItsNormalization) {
   }
 }
 
-// isNFC and isNFKC look nothing up below U+0300 (below U+00A0 for the NFKC
-// No list), and isNFD and isNFKD nothing below their thresholds.
-TEST(QuickChecksTest, NoQuickCheckListReachesBelowTheFastPaths) {
-  const auto lowest = [](const zelvo::unicode::RangeList& ranges) {
-    return ranges.empty() ? char32_t{0x110000} : ranges.front().first;
-  };
-  EXPECT_GE(lowest(gTransformTables.nfdQcNoRanges), char32_t{0x00C0});
-  EXPECT_GE(lowest(gTransformTables.nfkdQcNoRanges), char32_t{0x00A0});
-  EXPECT_GE(lowest(gTransformTables.nfcQcNoRanges), char32_t{0x0300});
-  EXPECT_GE(lowest(gTransformTables.nfcQcMaybeRanges), char32_t{0x0300});
-  EXPECT_GE(lowest(gTransformTables.nfkcQcNoRanges), char32_t{0x00A0});
-  EXPECT_GE(lowest(gTransformTables.nfkcQcMaybeRanges), char32_t{0x0300});
-  EXPECT_FALSE(gTransformTables.weightMap.empty());
-  EXPECT_GE(gTransformTables.weightMap.begin()->first, char32_t{0x0300});
-}
-
 }  // namespace

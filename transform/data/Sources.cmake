@@ -38,6 +38,7 @@ set(ZELVO_UNICODE_DATA_SOURCES
   ${CMAKE_CURRENT_LIST_DIR}/CompositionExclusions.cpp
   ${CMAKE_CURRENT_LIST_DIR}/SoftDotted.cpp
   ${CMAKE_CURRENT_LIST_DIR}/PropertyIndex.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/NormalizationData.cpp
 )
 # The fillers run once, at load. Optimised for size, they build faster and into
 # far less code than at -O3, and fill the tables as fast.

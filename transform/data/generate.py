@@ -783,6 +783,295 @@ def property_index_source(tables):
 
 
 # ---------------------------------------------------------------------------
+# The normalization data: the full decompositions of every code point that has
+# one, in one pool, and the primary composites in a hash table, so that the
+# normal forms of the finished tables look nothing up in a tree.
+# transform/NormalizationData.h declares it and says what each bit means; the
+# two must agree.
+
+# The Hangul constants of the tables' constructor.
+S_BASE, L_BASE, V_BASE, T_BASE = 0xAC00, 0x1100, 0x1161, 0x11A7
+L_COUNT, V_COUNT, T_COUNT = 19, 21, 28
+N_COUNT = V_COUNT * T_COUNT
+S_COUNT = L_COUNT * N_COUNT
+
+# Thresholds of the written algorithms, below which they look nothing up.
+NFD_THRESHOLD, NFKD_THRESHOLD = 0x00C0, 0x00A0
+
+# Record bits: the pool offset, the two lengths, and the flags.
+OFFSET_BITS = 14
+CANONICAL_LENGTH_SHIFT, CANONICAL_LENGTH_BITS = 14, 3
+NFKD_LENGTH_SHIFT, NFKD_LENGTH_BITS = 17, 5
+NORMALIZATION_FLAGS = ["kNfkdAfterCanonical", "kNfcBoundary", "kNfcQuick",
+                       "kNfkcBoundary", "kNfkcQuick"]
+NORMALIZATION_BIT = {name: 1 << (22 + i)
+                     for i, name in enumerate(NORMALIZATION_FLAGS)}
+
+COMPOSITION_SLOTS = 2048
+COMPOSITION_MAX_PROBES = 8
+
+
+def hangul_decomposition(c):
+    index = c - S_BASE
+    parts = [L_BASE + index // N_COUNT, V_BASE + (index % N_COUNT) // T_COUNT]
+    if index % T_COUNT:
+        parts.append(T_BASE + index % T_COUNT)
+    return parts
+
+
+def full_canonical_decompositions(tables):
+    """decompositionMap as the constructor builds it: the chain of first
+    elements followed to its end, the second elements gathered on the way."""
+    raw = tables["initDecomposition"].rows
+    full = {}
+    for key, value in raw.items():
+        first, seconds = value[0], []
+        while first in raw:
+            entry = raw[first]
+            first = entry[0]
+            seconds.append(entry[1:2])
+        parts = [first]
+        for second in reversed(seconds):
+            parts.extend(second)
+        parts.extend(value[1:2])
+        full[key] = tuple(parts)
+    return full
+
+
+def canonical_pass(codes, canonical):
+    """The decomposition step of toNFD without its sort."""
+    out = []
+    for c in codes:
+        if c < NFD_THRESHOLD:
+            out.append(c)
+        elif c in canonical:
+            out.extend(canonical[c])
+        elif 0 <= c - S_BASE < S_COUNT:
+            out.extend(hangul_decomposition(c))
+        else:
+            out.append(c)
+    return out
+
+
+def full_compat_decompositions(tables, canonical):
+    """compatDecompositionMap as the constructor builds it: the mappings
+    expanded through compatibility mappings, then through canonical ones,
+    with nothing sorted (the combining classes are not loaded yet)."""
+    raw = tables["initCompatibiltyDecomposition"].rows
+
+    def expand(c):
+        if c not in raw:
+            return [c]
+        return [x for element in raw[c][0] for x in expand(element)]
+
+    return {key: tuple(canonical_pass(
+                [x for element in value for x in expand(element)], canonical))
+            for key, (value, _) in raw.items()}
+
+
+class CompositionKinds:
+    """What a code point is to composed text, by the rule of the fast paths
+    of toNFC and toNFKC: a boundary starts a piece of text that composes
+    apart from what stands before it, and a quick code point is a boundary
+    that a piece of its own leaves as it stands."""
+
+    def __init__(self, tables, canonical, nfkd):
+        self.weights = tables["initWeightMap"].rows
+        self.canonical = canonical
+        self.nfkd = nfkd
+        self.seconds = {second for _, second
+                        in composition_pairs(tables).values()}
+        self.lists = {name: set(c for first, last in tables[name].rows
+                                for c in range(first, last + 1))
+                      for name in ("initNFC_QC_NoRanges",
+                                   "initNFC_QC_MaybeRanges",
+                                   "initNFKC_QC_NoRanges",
+                                   "initNFKC_QC_MaybeRanges")}
+
+    def composition_boundary(self, c):
+        # No composition reaches back over c: a starter that is no second
+        # element of a pair and no vowel or trailing consonant of Hangul.
+        return (c not in self.weights and c not in self.seconds and
+                not V_BASE <= c < T_BASE + T_COUNT)
+
+    def kinds(self, c, compatibility):
+        """(boundary, quick) of c for toNFKC, or for toNFC."""
+        if compatibility:
+            first = self.nfkd[c][0] if c in self.nfkd else c
+            no, maybe = "initNFKC_QC_NoRanges", "initNFKC_QC_MaybeRanges"
+        else:
+            first = self.canonical[c][0] if c in self.canonical else c
+            no, maybe = "initNFC_QC_NoRanges", "initNFC_QC_MaybeRanges"
+        boundary = c not in self.weights and self.composition_boundary(first)
+        quick = boundary and c not in self.lists[no] and \
+            c not in self.lists[maybe]
+        return boundary, quick
+
+
+def nfkd_expansions(canonical, compat):
+    """What toNFKD makes of each code point with a decomposition: the
+    canonical one with each element replaced by its compatibility one, or the
+    compatibility one."""
+    nfkd = dict(compat)
+    for c, canon in canonical.items():
+        nfkd[c] = tuple(x for e in canon for x in
+                        (compat[e] if e >= NFKD_THRESHOLD and e in compat
+                         else (e,)))
+    return nfkd
+
+
+def normalization_records(tables, canonical, compat, nfkd, kinds):
+    """(record of every code point with a decomposition, pool)."""
+    weights = tables["initWeightMap"].rows
+    pool, offsets, records = [], {}, {}
+    for c in sorted(nfkd):
+        check(c not in weights or c not in compat,
+              f"U+{c:04X}: a non-starter with a compatibility decomposition")
+        canon = canonical.get(c, ())
+        stored = canon + (nfkd[c] if nfkd[c] != canon else ())
+        if stored not in offsets:
+            offsets[stored] = len(pool)
+            pool.extend(stored)
+        record = offsets[stored]
+        check(len(canon) < 1 << CANONICAL_LENGTH_BITS and
+              len(nfkd[c]) < 1 << NFKD_LENGTH_BITS,
+              f"U+{c:04X}: an expansion too long for its record")
+        record |= len(canon) << CANONICAL_LENGTH_SHIFT
+        record |= len(nfkd[c]) << NFKD_LENGTH_SHIFT
+        if canon and nfkd[c] != canon:
+            record |= NORMALIZATION_BIT["kNfkdAfterCanonical"]
+        for compatibility, boundary_flag, quick_flag in (
+                (False, "kNfcBoundary", "kNfcQuick"),
+                (True, "kNfkcBoundary", "kNfkcQuick")):
+            boundary, quick = kinds.kinds(c, compatibility)
+            record |= boundary * NORMALIZATION_BIT[boundary_flag]
+            record |= quick * NORMALIZATION_BIT[quick_flag]
+        records[c] = record
+    check(len(pool) <= 1 << OFFSET_BITS,
+          f"the expansion pool of {len(pool)} code points needs more than "
+          f"{OFFSET_BITS} bits of offset")
+    return records, pool
+
+
+def composition_slot(first, second):
+    """The home slot of a pair; transform/NormalizationData.h has the same."""
+    return (((first ^ second << 11) * 0x9E3779B1) & 0xFFFFFFFF) >> 21
+
+
+def composition_slots(tables):
+    """The pairs of compositionMap in open addressing: each entry holds
+    first << 42 | second << 21 | composite, and 0 marks an empty slot."""
+    slots = [0] * COMPOSITION_SLOTS
+    for composite, (first, second) in sorted(composition_pairs(tables).items()):
+        slot = composition_slot(first, second)
+        for probe in range(COMPOSITION_MAX_PROBES + 1):
+            check(probe < COMPOSITION_MAX_PROBES,
+                  f"U+{first:04X} U+{second:04X}: no slot within "
+                  f"{COMPOSITION_MAX_PROBES} probes")
+            if slots[slot] == 0:
+                break
+            slot = (slot + 1) % COMPOSITION_SLOTS
+        slots[slot] = first << 42 | second << 21 | composite
+    return slots
+
+
+def normalization_thresholds(tables, canonical, nfkd, kinds):
+    """(name, what lies below, value): the lowest code point at which each
+    fast path of the normal forms has to look into the data."""
+    weights = tables["initWeightMap"].rows
+
+    def first_where(test):
+        return next(c for c in range(CODE_POINTS) if test(c))
+
+    def listed(name, c):
+        return c in kinds.lists[name]
+
+    def syllable(c):
+        return 0 <= c - S_BASE < S_COUNT
+
+    return [
+        ("kNfdCopiedBelow",
+         "Below: no combining class and nothing for toNFD to decompose",
+         first_where(lambda c: c in weights or c in canonical or
+                     syllable(c))),
+        ("kNfkdCopiedBelow",
+         "Below: no combining class and nothing for toNFKD to decompose",
+         first_where(lambda c: c in weights or c in nfkd or syllable(c))),
+        ("kNfcCopiedBelow",
+         "Below: quick for toNFC, and nothing for it to decompose",
+         first_where(lambda c: not kinds.kinds(c, False)[1] or
+                     c in canonical)),
+        ("kNfkcCopiedBelow",
+         "Below: quick for toNFKC, and nothing for it to decompose",
+         first_where(lambda c: not kinds.kinds(c, True)[1] or c in nfkd)),
+        ("kNfcCheckedBelow",
+         "Below: no combining class and in no list of isNFC",
+         first_where(lambda c: c in weights or
+                     listed("initNFC_QC_NoRanges", c) or
+                     listed("initNFC_QC_MaybeRanges", c))),
+        ("kNfkcCheckedBelow",
+         "Below: no combining class and in no list of isNFKC",
+         first_where(lambda c: c in weights or
+                     listed("initNFKC_QC_NoRanges", c) or
+                     listed("initNFKC_QC_MaybeRanges", c))),
+    ]
+
+
+def normalization_data_source(tables):
+    canonical = full_canonical_decompositions(tables)
+    compat = full_compat_decompositions(tables, canonical)
+    nfkd = nfkd_expansions(canonical, compat)
+    kinds = CompositionKinds(tables, canonical, nfkd)
+    records, pool = normalization_records(tables, canonical, compat, nfkd,
+                                          kinds)
+    full = [records.get(c, 0) for c in range(CODE_POINTS)]
+    block_of, blocks = two_stage(full, "the decomposition records")
+    slots = composition_slots(tables)
+    thresholds = normalization_thresholds(tables, canonical, nfkd, kinds)
+    size = (len(block_of) + len(blocks) * BLOCK_SIZE * 4 + len(pool) * 4 +
+            len(slots) * 8 + len(thresholds) * 4)
+    parts = [stamp(["UnicodeData.txt", "DerivedNormalizationProps.txt",
+                    "CompositionExclusions.txt"]),
+             "// The normalization data of transform/NormalizationData.h: "
+             f"{len(records)} records in\n// {len(blocks)} distinct blocks of "
+             f"{BLOCK_SIZE}, {len(pool)} code points of expansions, "
+             f"{sum(1 for s in slots if s)} pairs in\n// {len(slots)} "
+             f"slots, {size} bytes in all.\n\n",
+             '#include "transform/NormalizationData.h"\n\n',
+             "namespace zelvo {\nnamespace unicode {\n"
+             "namespace normalizationdata {\n\n"]
+    for name, about, value in thresholds:
+        parts.append(f"// {about}.\nconst char32_t {name} = {hexcode(value)};\n")
+    parts.append("\n// The block of every 128 code points, 16 a line.\n"
+                 f"const std::uint8_t kRecordBlockOf[{len(block_of)}] = {{\n")
+    for start in range(0, len(block_of), 16):
+        line = ", ".join(f"{b:3d}" for b in block_of[start:start + 16])
+        parts.append(f"    {line},  // U+{start * BLOCK_SIZE:04X}\n")
+    parts.append("};\n\n// The distinct blocks of records, 8 a line.\n"
+                 f"const std::uint32_t kRecordBlocks[][{BLOCK_SIZE}] = {{\n")
+    for number, (start, block) in enumerate(blocks):
+        parts.append(f"    // {number}: first at U+{start:04X}\n    {{\n")
+        for i in range(0, BLOCK_SIZE, 8):
+            line = ", ".join(f"0x{r:08X}" for r in block[i:i + 8])
+            parts.append(f"        {line},\n")
+        parts.append("    },\n")
+    parts.append("};\n\n// The expansions, 8 code points a line.\n"
+                 f"const char32_t kExpansions[{len(pool)}] = {{\n")
+    for i in range(0, len(pool), 8):
+        line = ", ".join(f"0x{c:05X}" for c in pool[i:i + 8])
+        parts.append(f"    {line},  // {i}\n")
+    parts.append("};\n\n// The pairs, 4 slots a line.\n"
+                 "const std::uint64_t kCompositionSlots[kCompositionSlotCount]"
+                 " = {\n")
+    for i in range(0, len(slots), 4):
+        line = ", ".join(f"0x{s:016X}" for s in slots[i:i + 4])
+        parts.append(f"    {line},  // {i}\n")
+    parts.append("};\n\n}  // namespace normalizationdata\n"
+                 "}  // namespace unicode\n}  // namespace zelvo\n")
+    return "".join(parts)
+
+
+# ---------------------------------------------------------------------------
 # The C++ text.
 
 MAP_CHAR = "std::map<char32_t, char32_t>& m"
@@ -1038,6 +1327,8 @@ def generate(ucd_dir):
          for a, b in tables["initSoftDotted"].rows]))
 
     out.add("PropertyIndex.cpp", property_index_source(tables),
+            MAX_INDEX_BYTES)
+    out.add("NormalizationData.cpp", normalization_data_source(tables),
             MAX_INDEX_BYTES)
     out.add("Fillers.h", fillers_header(pieces))
     out.add("Sources.cmake", sources_cmake(out.files))
