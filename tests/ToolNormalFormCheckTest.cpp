@@ -69,22 +69,17 @@ void expectTheWholeAnswer(const String& text, std::mt19937& random) {
 
 TEST(ToolNormalFormCheck, PiecesOfTemptingTextGiveTheWholeAnswer) {
   std::mt19937 random(7);
-  std::vector<std::size_t> order;
-  for (std::size_t i = 0; i < zelvo_tool_test::kTemptingPieces.size(); ++i) {
-    order.push_back(i);
-  }
   for (std::size_t glue = 0; glue < zelvo_tool_test::kGlue.size(); ++glue) {
-    expectTheWholeAnswer(zelvo_tool_test::joined(order, glue), random);
+    expectTheWholeAnswer(
+        zelvo_tool_test::joined(zelvo_tool_test::everyPiece(), glue), random);
   }
 }
 
 TEST(ToolNormalFormCheck, PiecesOfRandomTextsGiveTheWholeAnswer) {
   std::mt19937 random(70);
   for (int round = 0; round < 300; ++round) {
-    std::vector<std::size_t> order;
-    std::size_t pieces = 2 + random() % 6;
-    for (std::size_t i = 0; i < pieces; ++i) order.push_back(random());
-    expectTheWholeAnswer(zelvo_tool_test::joined(order, random()), random);
+    expectTheWholeAnswer(zelvo_tool_test::randomTemptingText(random, 7),
+                         random);
   }
 }
 

@@ -52,6 +52,22 @@ enum class StandardInput { pipe, terminal };
 // pseudo-terminal to give.
 constexpr const char* kNoTerminal = "no pseudo-terminal could be opened";
 
+// The tool's command line: its path, then `args`.
+inline std::vector<std::string> commandLine(
+    const std::vector<std::string>& args) {
+  std::vector<std::string> line{toolPath()};
+  line.insert(line.end(), args.begin(), args.end());
+  return line;
+}
+
+// The arguments as execv takes them, pointing into `line`.
+inline std::vector<char*> argvOf(std::vector<std::string>& line) {
+  std::vector<char*> argv;
+  for (std::string& argument : line) argv.push_back(&argument[0]);
+  argv.push_back(nullptr);
+  return argv;
+}
+
 // Runs the tool with `args`, writes `input` to its standard input (a pipe,
 // or a terminal with nothing typed), and collects both outputs.
 inline ToolRun runTool(const std::vector<std::string>& args,
@@ -72,12 +88,8 @@ inline ToolRun runTool(const std::vector<std::string>& args,
   }
   int in[2], out[2], err[2];
   if (pipe(in) != 0 || pipe(out) != 0 || pipe(err) != 0) return run;
-  std::vector<std::string> argvStrings;
-  argvStrings.push_back(toolPath());
-  argvStrings.insert(argvStrings.end(), args.begin(), args.end());
-  std::vector<char*> argv;
-  for (std::string& a : argvStrings) argv.push_back(&a[0]);
-  argv.push_back(nullptr);
+  std::vector<std::string> line = commandLine(args);
+  std::vector<char*> argv = argvOf(line);
 
   pid_t child = fork();
   if (child == 0) {
@@ -160,11 +172,8 @@ inline ToolRun runTool(const std::vector<std::string>& args,
 inline pid_t startTool(const std::vector<std::string>& args,
                        const std::string& inputPath,
                        const std::string& outputPath) {
-  std::vector<std::string> argvStrings{toolPath()};
-  argvStrings.insert(argvStrings.end(), args.begin(), args.end());
-  std::vector<char*> argv;
-  for (std::string& a : argvStrings) argv.push_back(&a[0]);
-  argv.push_back(nullptr);
+  std::vector<std::string> line = commandLine(args);
+  std::vector<char*> argv = argvOf(line);
   pid_t child = fork();
   if (child == 0) {
     int in = open(inputPath.c_str(), O_RDONLY);

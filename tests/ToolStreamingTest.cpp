@@ -234,6 +234,19 @@ TEST(ToolStreaming, LineLongerThanManyBlocksIsKeptWhole) {
   EXPECT_TRUE(run.out == toLowerFull(String(line), "tr").toUTF8String());
 }
 
+TEST(ToolStreaming, RunOfMarksWithNoPlaceToCutIsKeptWhole) {
+  REQUIRE_TOOL();
+  std::string text = "x a";
+  for (int i = 0; i < 5000; ++i) text += i % 3 ? "\xCC\x81" : "\xCC\xA3";
+  text += " I\xCC\xA3\xCC\x87 b\xCC\x81";
+  for (const Operation& operation : textOperations()) {
+    std::vector<std::string> args = operation.args;
+    args.push_back("--block-size=64");
+    ToolRun run = runTool(args, text);
+    EXPECT_TRUE(run.out == operation.library(text)) << args[0];
+  }
+}
+
 TEST(ToolStreaming, CorpusLargerThanTheDefaultBlockGivesTheWholeResult) {
   REQUIRE_TOOL();
   std::string text;

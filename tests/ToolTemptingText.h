@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdio>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -122,6 +123,13 @@ inline const std::vector<std::u32string> kTemptingPieces = {
 inline const std::vector<std::u32string> kGlue = {
     U" ", U"", U"\u4E00", U"1", U".", U"x", U"\u0301", U" . ", U"\u3000"};
 
+// The indices of all tempting pieces, in order.
+inline std::vector<std::size_t> everyPiece() {
+  std::vector<std::size_t> order;
+  for (std::size_t i = 0; i < kTemptingPieces.size(); ++i) order.push_back(i);
+  return order;
+}
+
 inline String joined(const std::vector<std::size_t>& order, std::size_t glue) {
   std::u32string text;
   for (std::size_t i : order) {
@@ -129,6 +137,13 @@ inline String joined(const std::vector<std::size_t>& order, std::size_t glue) {
     text += kGlue[(glue + i) % kGlue.size()];
   }
   return String(text);
+}
+
+// From 2 to `most` tempting pieces chosen at random, with glue.
+inline String randomTemptingText(std::mt19937& random, std::size_t most) {
+  std::vector<std::size_t> order(2 + random() % (most - 1));
+  for (std::size_t& piece : order) piece = random();
+  return joined(order, random());
 }
 
 }  // namespace zelvo_tool_test

@@ -27,7 +27,6 @@ using zelvo::tool::Invocation;
 using zelvo_tool_test::allowedCuts;
 using zelvo_tool_test::joined;
 using zelvo_tool_test::kGlue;
-using zelvo_tool_test::kTemptingPieces;
 using zelvo_tool_test::names;
 
 using Mapping = std::function<String(const String&)>;
@@ -89,27 +88,20 @@ void expectCasingAgrees(const String& text) {
 
 TEST(ToolTextCuts, NormalFormsAgreeAtEveryCutOfTemptingText) {
   for (std::size_t glue = 0; glue < kGlue.size(); ++glue) {
-    std::vector<std::size_t> order;
-    for (std::size_t i = 0; i < kTemptingPieces.size(); ++i) order.push_back(i);
-    expectNormalFormsAgree(joined(order, glue));
+    expectNormalFormsAgree(joined(zelvo_tool_test::everyPiece(), glue));
   }
 }
 
 TEST(ToolTextCuts, CasingAgreesAtEveryCutOfTemptingText) {
   for (std::size_t glue = 0; glue < kGlue.size(); ++glue) {
-    std::vector<std::size_t> order;
-    for (std::size_t i = 0; i < kTemptingPieces.size(); ++i) order.push_back(i);
-    expectCasingAgrees(joined(order, glue));
+    expectCasingAgrees(joined(zelvo_tool_test::everyPiece(), glue));
   }
 }
 
 TEST(ToolTextCuts, EveryRuleAgreesAtEveryCutOfRandomTexts) {
   std::mt19937 random(20150616);
   for (int round = 0; round < 150; ++round) {
-    std::vector<std::size_t> order;
-    std::size_t pieces = 2 + random() % 12;
-    for (std::size_t i = 0; i < pieces; ++i) order.push_back(random());
-    const String text = joined(order, random());
+    const String text = zelvo_tool_test::randomTemptingText(random, 13);
     expectNormalFormsAgree(text);
     expectCasingAgrees(text);
   }
@@ -117,9 +109,7 @@ TEST(ToolTextCuts, EveryRuleAgreesAtEveryCutOfRandomTexts) {
 
 TEST(ToolTextCuts, SimpleCaseMappingMayBeCutAnywhere) {
   const Invocation simple = withLanguage("", true);
-  std::vector<std::size_t> order;
-  for (std::size_t i = 0; i < kTemptingPieces.size(); ++i) order.push_back(i);
-  const String text = joined(order, 0);
+  const String text = joined(zelvo_tool_test::everyPiece(), 0);
   EXPECT_EQ(allowedCuts(text, zelvo::tool::cutForCasing, simple).size(),
             text.size() - 1);
   expectPiecesGiveTheWhole(

@@ -12,13 +12,10 @@ namespace {
 
 using unicode::String;
 
-String mapNfc(const String& s, const Invocation&) { return unicode::toNFC(s); }
-String mapNfd(const String& s, const Invocation&) { return unicode::toNFD(s); }
-String mapNfkc(const String& s, const Invocation&) {
-  return unicode::toNFKC(s);
-}
-String mapNfkd(const String& s, const Invocation&) {
-  return unicode::toNFKD(s);
+// A normal form takes no option.
+template <String (*normalize)(const String&)>
+String mapNormalForm(const String& s, const Invocation&) {
+  return normalize(s);
 }
 
 String mapUpper(const String& s, const Invocation& inv) {
@@ -49,11 +46,7 @@ String mapFold(const String& s, const Invocation&) {
 
 String mapClean(const String& s, const Invocation& inv) {
   String result(s);
-  if (inv.strip) {
-    result.stripBadCodePoints();
-  } else {
-    result.replaceBadCodePoints();
-  }
+  inv.strip ? result.stripBadCodePoints() : result.replaceBadCodePoints();
   return result;
 }
 
@@ -78,25 +71,29 @@ const Command kCommands[] = {
      "decomposed canonically, and then composed again where a precomposed\n"
      "character exists, so that \"e\" followed by U+0301 becomes U+00E9 and\n"
      "Hangul jamo become syllables.\n",
-     kReadsInput, runText, mapNfc, cutForNormalForms, SampleView::normalForm},
+     kReadsInput, runText, mapNormalForm<unicode::toNFC>, cutForNormalForms,
+     SampleView::normalForm},
     {"nfd", "nfd [FILE...]", "Normalization Form D: canonical decomposition",
      "Puts UTF-8 text into Normalization Form D: every character is\n"
      "decomposed canonically (U+00E9 becomes \"e\" and U+0301, a Hangul\n"
      "syllable its jamo), and runs of combining marks are put in canonical\n"
      "order.\n",
-     kReadsInput, runText, mapNfd, cutForNormalForms, SampleView::normalForm},
+     kReadsInput, runText, mapNormalForm<unicode::toNFD>, cutForNormalForms,
+     SampleView::normalForm},
     {"nfkc", "nfkc [FILE...]",
      "Normalization Form KC: compatibility decomposition, then compose",
      "Puts UTF-8 text into Normalization Form KC: compatibility characters\n"
      "are replaced by their plain forms (the ligature U+FB01 by \"fi\", "
      "U+00BD\n"
      "by \"1/2\" with a fraction slash), and the result is composed.\n",
-     kReadsInput, runText, mapNfkc, cutForNormalForms, SampleView::normalForm},
+     kReadsInput, runText, mapNormalForm<unicode::toNFKC>, cutForNormalForms,
+     SampleView::normalForm},
     {"nfkd", "nfkd [FILE...]",
      "Normalization Form KD: compatibility decomposition",
      "Puts UTF-8 text into Normalization Form KD: canonical and compatibility\n"
      "decomposition, with the combining marks in canonical order.\n",
-     kReadsInput, runText, mapNfkd, cutForNormalForms, SampleView::normalForm},
+     kReadsInput, runText, mapNormalForm<unicode::toNFKD>, cutForNormalForms,
+     SampleView::normalForm},
     {"check", "check FORM [FILE...]",
      "is the text in FORM (nfc, nfd, nfkc or nfkd)? says yes or no",
      "Tells whether UTF-8 text is in the normal form FORM, one of nfc, nfd,\n"
