@@ -158,10 +158,12 @@ TEST(ToolTextCuts, DecomposedCheckSaysYesOnlyToTextThatToNfdLeavesAlone) {
   }
 }
 
+// So memory stays bounded on real text: the first 100 KB of each language
+// of the corpus hold a place to cut at least every hundred code points.
 TEST(ToolTextCuts, RealTextHasPlacesToCutForEveryRule) {
   const Invocation inv;
   for (const auto& file : zelvo_tool_test::corpusFiles(".utf8.txt")) {
-    String text(file.bytes);
+    String text(file.bytes.substr(0, 100000));
     for (CutRule rule :
          {zelvo::tool::cutForNormalForms, zelvo::tool::cutForCasing}) {
       std::size_t last = 0, longest = 0;
@@ -169,7 +171,7 @@ TEST(ToolTextCuts, RealTextHasPlacesToCutForEveryRule) {
         longest = std::max(longest, i - last);
         last = i;
       }
-      EXPECT_LT(longest, 1000u) << file.name;
+      EXPECT_LT(longest, 100u) << file.name << ": " << longest;
     }
   }
 }
