@@ -74,11 +74,11 @@ String NormalFormCheck::carriedMark(const String& checked) const {
   return form_->check(probe) ? String() : mark;
 }
 
-// isNFC and isNFKC start afresh at every code point of class 0, as every
-// cut is, and at a Maybe code point compare the whole text with its normal
-// form, which it equals exactly when every piece equals its own (see
-// cutForNormalForms). A piece that passes its own check with a Maybe in it
-// equals its normal form; one without is compared here.
+// isNFC and isNFKC start afresh at every code point of class 0, and every
+// piece begins with one; at a Maybe code point they compare the whole text
+// with its normal form, which it equals exactly when every piece equals its
+// own (see cutForNormalForms). A piece that passes its own check with a Maybe
+// in it equals its normal form; one without is compared here.
 bool NormalFormCheck::feed(const String& piece) {
   if (failed_) return false;
   if (!form_->maybe) {

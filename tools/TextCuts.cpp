@@ -94,12 +94,14 @@ bool cutAnywhere(char32_t, char32_t, const Invocation&) { return true; }
 //    is; but the walk changes no assigned code point that nothing joins to,
 //    and both code points at the cut are assigned.
 //  - isNFC and isNFKC start afresh at c, of class 0, and at a Maybe code
-//    point compare the whole text with its normal form. The normal form of a
-//    piece holds every code point like c of the piece, unmoved, and begins
-//    with c. So where the whole text equals its normal form, no piece's
-//    normal form can hold more of them than the piece, each cut falls at the
-//    same place in both, and every piece equals its own normal form; the
-//    other way round is plain. NormalFormCheck leans on this.
+//    point compare the whole text with its normal form. Normalization keeps
+//    every code point like c, in order, and the normal form of a piece that
+//    begins with c begins with c. So where the whole text equals its normal
+//    form, counting those code points shows that no piece's normal form
+//    holds more of them than the piece, that each cut falls at the same
+//    place in the text and in its normal form, and so that every piece
+//    equals its own normal form; the other way round is plain.
+//    NormalFormCheck leans on this.
 bool cutForNormalForms(char32_t before, char32_t after, const Invocation&) {
   return unicode::isAssigned(before) && standsAloneInNormalForms(after);
 }
