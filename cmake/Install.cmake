@@ -1,6 +1,7 @@
 # Installation: the shared library, its public headers under an include
 # folder of the library's own, the CMake package ZelvoUnicode with the
-# target zelvo::unicode, a pkg-config file, and the tool.
+# target zelvo::unicode, a pkg-config file, and the tool with its manual
+# page.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -70,4 +71,6 @@ install(FILES "${PROJECT_BINARY_DIR}/zelvo-unicode.pc"
 
 if(TARGET zelvo-unicode)
   install(TARGETS zelvo-unicode RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(FILES tools/zelvo-unicode.1
+    DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
 endif()
