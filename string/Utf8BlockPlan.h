@@ -1,0 +1,59 @@
+// What a block of 64 UTF-8 bytes holds, from five bit planes of its bytes,
+// and whether the decoder's steps through it can be read off at once.
+#pragma once
+
+#include <cstdint>
+
+namespace zelvo {
+namespace unicode {
+namespace kernels {
+
+struct Utf8BlockPlan {
+  // Bit k is set for byte k of the block that is 0x80 to 0xBF.
+  std::uint64_t continuation;
+  // Bit k is set for byte k that is not ASCII.
+  std::uint64_t nonAscii;
+  // True when, walked from its first byte, the block's steps start exactly
+  // at the bytes that are no continuation bytes, and each of those gives a
+  // code point: every lead is followed by as many continuation bytes as its
+  // class needs, there are no others, and no byte is 0xF8 to 0xFF. Such a
+  // block decodes as a validating decoder would read it (the bytes of the
+  // last sequence past the block are taken as they stand, as always).
+  bool whole;
+  // How many bytes the last sequence of a whole block reaches past it (0 to
+  // 3); the next step starts there.
+  unsigned spill;
+};
+
+// The plan of a block of 64 ASCII bytes.
+inline Utf8BlockPlan asciiUtf8Block() { return {0, 0, true, 0}; }
+
+// bitK has bit k set when bit K of byte k of the block is set.
+inline Utf8BlockPlan planUtf8Block(std::uint64_t bit7, std::uint64_t bit6,
+                                   std::uint64_t bit5, std::uint64_t bit4,
+                                   std::uint64_t bit3) {
+  const std::uint64_t continuation = bit7 & ~bit6;
+  const std::uint64_t lead = bit7 & bit6;         // 0xC0 and above
+  const std::uint64_t lead3 = lead & bit5;        // 0xE0 and above
+  const std::uint64_t lead4 = lead3 & bit4;       // 0xF0 and above
+  const std::uint64_t impossible = lead4 & bit3;  // 0xF8 and above
+  // The bytes that the leads claim: one behind each lead, two behind the
+  // three- and four-byte ones, three behind the four-byte ones.
+  const std::uint64_t claimed = (lead << 1) | (lead3 << 2) | (lead4 << 3);
+  Utf8BlockPlan plan;
+  plan.continuation = continuation;
+  plan.nonAscii = bit7;
+  plan.whole = impossible == 0 && claimed == continuation;
+  // The claims of the last leads that fall past the block, one per byte.
+  const unsigned past64 =
+      static_cast<unsigned>(((lead >> 63) | (lead3 >> 62) | (lead4 >> 61)) & 1);
+  const unsigned past65 =
+      static_cast<unsigned>(((lead3 >> 63) | (lead4 >> 62)) & 1);
+  const unsigned past66 = static_cast<unsigned>(lead4 >> 63);
+  plan.spill = past64 + past65 + past66;
+  return plan;
+}
+
+}  // namespace kernels
+}  // namespace unicode
+}  // namespace zelvo
