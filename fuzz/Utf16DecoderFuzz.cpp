@@ -6,6 +6,7 @@
 
 #include "fuzz/FuzzSupport.h"
 #include "string/String.h"
+#include "tests/ConversionKernelsTest.h"
 #include "tests/reference/Utf16Reference.h"
 
 using zelvo::unicode::String;
@@ -66,6 +67,22 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FUZZ_CHECK(decoded.toUTF16String() == units, hex(units));
 
   checkEncoder(decoded);
+
+  // Every kernel set, not only the one this processor picks, decodes and
+  // encodes as the reference does, with an exact count.
+  const String anyValues = fuzzText(data, size);
+  const std::u32string values(anyValues.begin(), anyValues.end());
+  for (const auto* set : zelvo_kernels::availableKernelSets()) {
+    const zelvo_kernels::Decoded d =
+        zelvo_kernels::decodeUtf16With(*set, units);
+    FUZZ_CHECK(d.elements == expected && d.counted == expected.size(),
+               std::string(set->name) + " " + hex(units));
+    FUZZ_CHECK(zelvo_kernels::encodeUtf16With<4096>(*set, values) ==
+                       zelvo_reference::encodeUtf16(values) &&
+                   zelvo_kernels::encodeUtf16With<16>(*set, values) ==
+                       zelvo_reference::encodeUtf16(values),
+               std::string(set->name) + " " + hex(values));
+  }
   checkEncoder(fuzzText(data, size));
   return 0;
 }

@@ -7,6 +7,7 @@
 
 #include "fuzz/FuzzSupport.h"
 #include "string/String.h"
+#include "tests/ConversionKernelsTest.h"
 #include "tests/reference/Utf8Reference.h"
 
 using zelvo::unicode::String;
@@ -93,6 +94,21 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   FUZZ_CHECK(good.toUTF8String() == encoded, hexBytes(bytes));
 
   checkBadCodePointMembers(decoded);
+
+  // Every kernel set, not only the one this processor picks, decodes and
+  // encodes as the reference does, with an exact count.
+  const String anyValues = fuzzText(data, size);
+  for (const auto* set : zelvo_kernels::availableKernelSets()) {
+    const zelvo_kernels::Decoded d = zelvo_kernels::decodeUtf8With(*set, bytes);
+    FUZZ_CHECK(d.elements == expected && d.counted == expected.size(),
+               std::string(set->name) + " " + hexBytes(bytes));
+    const std::u32string values(anyValues.begin(), anyValues.end());
+    FUZZ_CHECK(zelvo_kernels::encodeUtf8With<8192>(*set, values) ==
+                       zelvo_reference::encodeUtf8(values) &&
+                   zelvo_kernels::encodeUtf8With<64>(*set, values) ==
+                       zelvo_reference::encodeUtf8(values),
+               std::string(set->name) + " " + hex(values));
+  }
 
   // The same members on any 32-bit values, which no decoder can produce.
   const String text = fuzzText(data, size);

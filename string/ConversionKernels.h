@@ -12,9 +12,8 @@ namespace kernels {
 // at a time, where a block of input lets it give exactly what the steps one
 // by one would give; it stops, having taken none or more, at the first block
 // it cannot take whole, or where a block would write at or past oEnd, and
-// the caller goes on step by step from there. Every conversion first counts
-// its output exactly, so oEnd is the end of the result, and the decoders
-// start at a step boundary.
+// the caller goes on step by step from there. The decoders start at a step
+// boundary.
 struct ConversionKernels {
   // Which set this is: "avx2", "sse2" or "portable".
   const char* name;
@@ -22,15 +21,11 @@ struct ConversionKernels {
   std::size_t (*countUtf8)(const unsigned char* p, const unsigned char* end);
   void (*decodeUtf8)(const unsigned char*& p, const unsigned char* end,
                      char32_t*& o, char32_t* oEnd);
-  // The exact number of bytes that encoding [p, end) gives.
-  std::size_t (*utf8Length)(const char32_t* p, const char32_t* end);
   void (*encodeUtf8)(const char32_t*& p, const char32_t* end, unsigned char*& o,
                      unsigned char* oEnd);
   std::size_t (*countUtf16)(const char16_t* p, const char16_t* end);
   void (*decodeUtf16)(const char16_t*& p, const char16_t* end, char32_t*& o,
                       char32_t* oEnd);
-  // The exact number of units that encoding [p, end) gives.
-  std::size_t (*utf16Length)(const char32_t* p, const char32_t* end);
   void (*encodeUtf16)(const char32_t*& p, const char32_t* end, char16_t*& o,
                       char16_t* oEnd);
 };

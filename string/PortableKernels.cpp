@@ -14,20 +14,8 @@ std::size_t countUtf8(const unsigned char* p, const unsigned char* end) {
   return countUtf8Steps(p, end, end);
 }
 
-std::size_t utf8LengthOf(const char32_t* p, const char32_t* end) {
-  std::size_t length = 0;
-  for (; p != end; ++p) length += utf8Length(*p);
-  return length;
-}
-
 std::size_t countUtf16(const char16_t* p, const char16_t* end) {
   return countUtf16Steps(p, end, end);
-}
-
-std::size_t utf16LengthOf(const char32_t* p, const char32_t* end) {
-  std::size_t length = 0;
-  for (; p != end; ++p) length += utf16Length(*p);
-  return length;
 }
 
 void takeNoUtf8Blocks(const unsigned char*&, const unsigned char*, char32_t*&,
@@ -45,11 +33,9 @@ const ConversionKernels& portableKernels() {
   static const ConversionKernels kernels = {"portable",
                                             countUtf8,
                                             takeNoUtf8Blocks,
-                                            utf8LengthOf,
                                             takeNoUtf8EncodeBlocks,
                                             countUtf16,
                                             takeNoUtf16Blocks,
-                                            utf16LengthOf,
                                             takeNoUtf16EncodeBlocks};
   return kernels;
 }

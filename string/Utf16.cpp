@@ -1,9 +1,10 @@
 // UTF-16 at the boundary of String: a decoder that joins any surrogate unit
 // with the unit behind it, and an encoder that writes something for every
-// element. The decoder counts its code points first and writes them
-// straight into the result; the encoder stages chunks and appends them. The
-// block kernels of ConversionKernels.h take the stretches they can, and the
-// steps of Utf16Steps.h the rest.
+// element. The decoder counts its code points first and writes them straight
+// into a result of that size; the encoder runs chunk by chunk through a
+// staging buffer on the stack and appends each chunk in one block. The block
+// kernels of ConversionKernels.h take the stretches they can, and the steps of
+// Utf16Steps.h the rest.
 #include <cstddef>
 #include <string>
 
@@ -19,9 +20,14 @@ namespace {
 
 using kernels::ConversionKernels;
 
-// How far the steps one by one go before the kernel is asked again.
+// The encoder's staging: 4096 units (8 KiB).
+constexpr std::size_t kEncodeStaging = 4096;
+// How far the steps one by one go before the kernel is asked again, and the
+// most that such a run or one kernel block writes: 16 code points, or 16
+// units from 8 elements and the encoder's windows.
 constexpr std::ptrdiff_t kUnitsByStep = 16;
 constexpr std::ptrdiff_t kElementsByStep = 8;
+constexpr std::ptrdiff_t kRoom = 16;
 
 const char32_t* encodeStep(const char32_t* p, const char32_t*, char16_t*& o) {
   o += kernels::encodeUtf16Step(*p, o);
@@ -37,10 +43,8 @@ void String::fromUTF16String(const std::u16string& utf16) {
   const char16_t* const end = units + utf16.size();
   const ConversionKernels& kernels = kernels::activeKernels();
   std::u32string decoded = decodeApart(
-      kernels.countUtf16(units, end), [&](char32_t* o, char32_t* oEnd) {
-        convertInPlace(units, end, o, oEnd, kernels.decodeUtf16,
-                       kernels::decodeUtf16Step, kUnitsByStep);
-      });
+      units, end, kernels.countUtf16(units, end), kernels.decodeUtf16,
+      kernels::decodeUtf16Step, kUnitsByStep, kRoom);
   // Install: the object takes over the new storage, and its old storage
   // leaves with the temporary.
   str_.swap(decoded);
@@ -48,13 +52,12 @@ void String::fromUTF16String(const std::u16string& utf16) {
 
 std::u16string String::toUTF16String() const {
   // Every element gives at least one unit, so the result is reserved to the
-  // element count; pairs grow it through the appends of chunks of 2048
-  // elements, each staged in up to 8 KiB.
+  // element count; pairs make it grow through the appends.
   std::u16string encoded;
   encoded.reserve(str_.size());
-  encodeByChunks<2048, 2, char16_t>(
+  convertByChunks<kEncodeStaging, char16_t>(
       str_.data(), str_.data() + str_.size(), encoded,
-      kernels::activeKernels().encodeUtf16, encodeStep, kElementsByStep);
+      kernels::activeKernels().encodeUtf16, encodeStep, kElementsByStep, kRoom);
   return encoded;
 }
 

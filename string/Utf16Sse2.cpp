@@ -103,12 +103,6 @@ void decodeUtf16Sse2(const char16_t*& p, const char16_t* end, char32_t*& o,
   }
 }
 
-std::size_t utf16LengthSse2(const char32_t* p, const char32_t* end) {
-  std::size_t length = 0;
-  for (; p != end; ++p) length += utf16Length(*p);
-  return length;
-}
-
 void encodeUtf16Sse2(const char32_t*& p, const char32_t* end, char16_t*& o,
                      char16_t* oEnd) {
   // A window writes 16 units, whatever it takes.

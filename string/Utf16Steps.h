@@ -59,11 +59,6 @@ inline bool isSingleUnit(char32_t c) {
   return c < 0xD800 || (c >= 0xE000 && c <= 0xFFFF);
 }
 
-// The number of units the encoder writes for c.
-inline std::size_t utf16Length(char32_t c) {
-  return isSingleUnit(c) || c > 0x10FFFF ? 1 : 2;
-}
-
 // One encoding step: writes the units of c at o and returns their number.
 inline std::size_t encodeUtf16Step(char32_t c, char16_t* o) {
   if (isSingleUnit(c)) {

@@ -13,36 +13,45 @@ struct Utf8BlockPlan {
   std::uint64_t continuation;
   // Bit k is set for byte k that is not ASCII.
   std::uint64_t nonAscii;
-  // True when, walked from its first byte, the block's steps start exactly
-  // at the bytes that are no continuation bytes, and each of those gives a
-  // code point: every lead is followed by as many continuation bytes as its
-  // class needs, there are no others, and no byte is 0xF8 to 0xFF. Such a
-  // block decodes as a validating decoder would read it (the bytes of the
-  // last sequence past the block are taken as they stand, as always).
+  // Bit k is set for byte k that is 0xE0 or above: a lead of three bytes or
+  // more.
+  std::uint64_t longLead;
+  // True when, walked from the step boundary behind its carried bytes, the
+  // block's steps start exactly at the bytes that are no continuation
+  // bytes, and each of those gives a code point: the carried bytes and the
+  // bytes behind every lead are as many continuation bytes as its class
+  // needs, there are no others, and no byte is 0xF8 to 0xFF. Such a block
+  // decodes as a validating decoder would read it (the bytes of the last
+  // sequence past the block are taken as they stand, as always).
   bool whole;
   // How many bytes the last sequence of a whole block reaches past it (0 to
-  // 3); the next step starts there.
+  // 3): the bytes the next block carries.
   unsigned spill;
 };
 
 // The plan of a block of 64 ASCII bytes.
-inline Utf8BlockPlan asciiUtf8Block() { return {0, 0, true, 0}; }
+inline Utf8BlockPlan asciiUtf8Block() { return {0, 0, 0, true, 0}; }
 
-// bitK has bit k set when bit K of byte k of the block is set.
+// bitK has bit k set when bit K of byte k of the block is set; carried is
+// the number of bytes at the front of the block that the last sequence of
+// the block before it takes (0 to 3).
 inline Utf8BlockPlan planUtf8Block(std::uint64_t bit7, std::uint64_t bit6,
                                    std::uint64_t bit5, std::uint64_t bit4,
-                                   std::uint64_t bit3) {
+                                   std::uint64_t bit3, unsigned carried) {
   const std::uint64_t continuation = bit7 & ~bit6;
   const std::uint64_t lead = bit7 & bit6;         // 0xC0 and above
   const std::uint64_t lead3 = lead & bit5;        // 0xE0 and above
   const std::uint64_t lead4 = lead3 & bit4;       // 0xF0 and above
   const std::uint64_t impossible = lead4 & bit3;  // 0xF8 and above
   // The bytes that the leads claim: one behind each lead, two behind the
-  // three- and four-byte ones, three behind the four-byte ones.
-  const std::uint64_t claimed = (lead << 1) | (lead3 << 2) | (lead4 << 3);
+  // three- and four-byte ones, three behind the four-byte ones; and the
+  // carried ones.
+  const std::uint64_t claimed = (lead << 1) | (lead3 << 2) | (lead4 << 3) |
+                                ((std::uint64_t{1} << carried) - 1);
   Utf8BlockPlan plan;
   plan.continuation = continuation;
   plan.nonAscii = bit7;
+  plan.longLead = lead3;
   plan.whole = impossible == 0 && claimed == continuation;
   // The claims of the last leads that fall past the block, one per byte.
   const unsigned past64 =

@@ -6,6 +6,7 @@
 #if defined(ZELVO_X86_KERNELS)
 #include <immintrin.h>
 
+#include <array>
 #include <cstdint>
 
 #include "string/LeftPack.h"
@@ -20,7 +21,8 @@ namespace {
 
 // Reads 64 bytes; the bit planes come from the sign bits of the bytes
 // shifted left one place at a time.
-ZELVO_AVX2_TARGET inline Utf8BlockPlan planBlock(const unsigned char* p) {
+ZELVO_AVX2_TARGET inline Utf8BlockPlan planBlock(const unsigned char* p,
+                                                 unsigned carried) {
   __m256i low = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
   __m256i high = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + 32));
   std::uint64_t planes[5];
@@ -32,7 +34,8 @@ ZELVO_AVX2_TARGET inline Utf8BlockPlan planBlock(const unsigned char* p) {
     low = _mm256_add_epi8(low, low);
     high = _mm256_add_epi8(high, high);
   }
-  return planUtf8Block(planes[0], planes[1], planes[2], planes[3], planes[4]);
+  return planUtf8Block(planes[0], planes[1], planes[2], planes[3], planes[4],
+                       carried);
 }
 
 // Widens 16 ASCII bytes to 16 code points.
@@ -88,6 +91,62 @@ ZELVO_AVX2_TARGET inline char32_t* decodeEight(const unsigned char* p,
   return o + _mm_popcnt_u32(starts);
 }
 
+// For a mask of 8 lanes of 16 bits, the shuffle that packs the chosen ones
+// to the front.
+constexpr std::array<std::array<std::uint8_t, 16>, 256> makeWordPack() {
+  std::array<std::array<std::uint8_t, 16>, 256> table{};
+  for (unsigned mask = 0; mask < 256; ++mask) {
+    std::array<std::uint8_t, 16> shuffle{};
+    for (std::uint8_t& b : shuffle) b = 0x80;
+    unsigned at = 0;
+    for (unsigned lane = 0; lane < 8; ++lane) {
+      if (((mask >> lane) & 1) == 0) continue;
+      shuffle[at++] = static_cast<std::uint8_t>(2 * lane);
+      shuffle[at++] = static_cast<std::uint8_t>(2 * lane + 1);
+    }
+    table[mask] = shuffle;
+  }
+  return table;
+}
+
+alignas(16) constexpr std::array<std::array<std::uint8_t, 16>, 256> kWordPack =
+    makeWordPack();
+
+// Decodes the sequences that start at the bytes p[k] with bit k of starts
+// set, k from 0 to 15, when none of them is longer than two bytes: the
+// values are made in 16-bit lanes from each byte and the one behind it,
+// packed to the front of each half, and widened. Reads up to p[16] and
+// stores 16 code points at o.
+ZELVO_AVX2_TARGET inline char32_t* decodeShortSixteen(const unsigned char* p,
+                                                      unsigned starts,
+                                                      char32_t* o) {
+  const __m256i units = _mm256_cvtepu8_epi16(
+      _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+  const __m256i next = _mm256_cvtepu8_epi16(
+      _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 1)));
+  const __m256i twoByte = _mm256_or_si256(
+      _mm256_slli_epi16(_mm256_and_si256(units, _mm256_set1_epi16(0x1F)), 6),
+      _mm256_and_si256(next, _mm256_set1_epi16(0x3F)));
+  const __m256i values = _mm256_blendv_epi8(
+      units, twoByte, _mm256_cmpgt_epi16(units, _mm256_set1_epi16(0xBF)));
+  const unsigned low = starts & 0xFF;
+  const unsigned high = starts >> 8;
+  const __m256i packed = _mm256_shuffle_epi8(
+      values, _mm256_inserti128_si256(
+                  _mm256_castsi128_si256(_mm_load_si128(
+                      reinterpret_cast<const __m128i*>(kWordPack[low].data()))),
+                  _mm_load_si128(
+                      reinterpret_cast<const __m128i*>(kWordPack[high].data())),
+                  1));
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(o),
+                      _mm256_cvtepu16_epi32(_mm256_castsi256_si128(packed)));
+  o += _mm_popcnt_u32(low);
+  _mm256_storeu_si256(
+      reinterpret_cast<__m256i*>(o),
+      _mm256_cvtepu16_epi32(_mm256_extracti128_si256(packed, 1)));
+  return o + _mm_popcnt_u32(high);
+}
+
 }  // namespace
 
 // True if the 64 bytes at p are all ASCII.
@@ -98,34 +157,41 @@ ZELVO_AVX2_TARGET inline bool isAscii64(const unsigned char* p) {
   return _mm256_movemask_epi8(any) == 0;
 }
 
+// Both loops below move from block to block by 64 bytes, whatever the
+// blocks hold, and hand the bytes that a sequence reaches into the next
+// block over as that block's carried bytes: the next load never waits for
+// the last block's plan. Where a block is not whole, the steps go on one at
+// a time from the boundary behind its carried bytes.
+
 ZELVO_AVX2_TARGET std::size_t countUtf8Avx2(const unsigned char* p,
                                             const unsigned char* end) {
-  const unsigned char* const start = p;
-  std::size_t skipped = 0;  // bytes that give no code point of their own
+  std::size_t count = 0;
+  unsigned carried = 0;
   while (p != end) {
     // A whole block gives one code point for each byte that is no
-    // continuation byte; the bytes its last sequence reaches past it give
-    // none. That sequence must end before the input does, or it would be
-    // cut off.
+    // continuation byte. Its last sequence must end before the input does,
+    // or it would be cut off.
     if (end - p >= 67) {
-      if (isAscii64(p)) {
+      if (carried == 0 && isAscii64(p)) {
+        count += 64;
         p += 64;
         continue;
       }
-      const Utf8BlockPlan plan = planBlock(p);
+      const Utf8BlockPlan plan = planBlock(p, carried);
       if (plan.whole) {
-        skipped += static_cast<std::size_t>(_mm_popcnt_u64(plan.continuation)) +
-                   plan.spill;
-        p += 64 + plan.spill;
+        count +=
+            64 - static_cast<std::size_t>(_mm_popcnt_u64(plan.continuation));
+        p += 64;
+        carried = plan.spill;
         continue;
       }
     }
-    const unsigned char* stepsFrom = p;
+    p += carried;
+    carried = 0;
     const unsigned char* stop = end - p > 64 ? p + 64 : end;
-    const std::size_t counted = countUtf8Steps(p, end, stop);
-    skipped += static_cast<std::size_t>(p - stepsFrom) - counted;
+    count += countUtf8Steps(p, end, stop);
   }
-  return static_cast<std::size_t>(end - start) - skipped;
+  return count;
 }
 
 ZELVO_AVX2_TARGET void decodeUtf8Avx2(const unsigned char*& p,
@@ -133,31 +199,37 @@ ZELVO_AVX2_TARGET void decodeUtf8Avx2(const unsigned char*& p,
                                       char32_t* oEnd) {
   const unsigned char* in = p;
   char32_t* out = o;
+  unsigned carried = 0;
   // A block reads up to 72 bytes and writes up to 64 code points.
   while (end - in >= 72 && oEnd - out >= 64) {
-    if (isAscii64(in)) {
+    if (carried == 0 && isAscii64(in)) {
       for (unsigned quarter = 0; quarter < 64; quarter += 16)
         widen16(in + quarter, out + quarter);
       in += 64;
       out += 64;
       continue;
     }
-    const Utf8BlockPlan plan = planBlock(in);
+    const Utf8BlockPlan plan = planBlock(in, carried);
     if (!plan.whole) break;
-    for (unsigned chunk = 0; chunk < 64; chunk += 16) {
+    // Each quarter by what it holds: ASCII is widened, leads of two bytes
+    // at most go 16 to a step, and longer ones 8.
+    for (unsigned quarter = 0; quarter < 64; quarter += 16) {
       const unsigned starts =
-          static_cast<unsigned>(~plan.continuation >> chunk) & 0xFFFF;
-      if (((plan.nonAscii >> chunk) & 0xFFFF) == 0) {
-        widen16(in + chunk, out);
+          static_cast<unsigned>(~plan.continuation >> quarter) & 0xFFFF;
+      if (((plan.nonAscii >> quarter) & 0xFFFF) == 0) {
+        widen16(in + quarter, out);
         out += 16;
+      } else if (((plan.longLead >> quarter) & 0xFFFF) == 0) {
+        out = decodeShortSixteen(in + quarter, starts, out);
       } else {
-        out = decodeEight(in + chunk, starts & 0xFF, out);
-        out = decodeEight(in + chunk + 8, starts >> 8, out);
+        out = decodeEight(in + quarter, starts & 0xFF, out);
+        out = decodeEight(in + quarter + 8, starts >> 8, out);
       }
     }
-    in += 64 + plan.spill;
+    in += 64;
+    carried = plan.spill;
   }
-  p = in;
+  p = in + carried;
   o = out;
 }
 

@@ -21,13 +21,13 @@ namespace {
 
 // Reads 64 bytes; the bit planes come from the sign bits of the bytes
 // shifted left one place at a time.
-Utf8BlockPlan planBlock(const unsigned char* p) {
+Utf8BlockPlan planBlock(const unsigned char* p, unsigned carried) {
   __m128i quarters[4];
   for (int k = 0; k < 4; ++k)
     quarters[k] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * k));
   const __m128i any = _mm_or_si128(_mm_or_si128(quarters[0], quarters[1]),
                                    _mm_or_si128(quarters[2], quarters[3]));
-  if (_mm_movemask_epi8(any) == 0) return asciiUtf8Block();
+  if (carried == 0 && _mm_movemask_epi8(any) == 0) return asciiUtf8Block();
   std::uint64_t planes[5];
   for (std::uint64_t& plane : planes) {
     plane = 0;
@@ -38,7 +38,8 @@ Utf8BlockPlan planBlock(const unsigned char* p) {
       quarters[k] = _mm_add_epi8(quarters[k], quarters[k]);
     }
   }
-  return planUtf8Block(planes[0], planes[1], planes[2], planes[3], planes[4]);
+  return planUtf8Block(planes[0], planes[1], planes[2], planes[3], planes[4],
+                       carried);
 }
 
 // The number of set bits, without a call into the runtime: SSE2 has no
@@ -179,20 +180,29 @@ inline bool allShort(__m128i v) {
 }
 }  // namespace
 
+// Both loops below move from block to block by 64 bytes and hand the bytes
+// that a sequence reaches into the next block over as that block's carried
+// bytes. Where a block is not whole, the steps go on one at a time from the
+// boundary behind its carried bytes.
+
 std::size_t countUtf8Sse2(const unsigned char* p, const unsigned char* end) {
   std::size_t count = 0;
+  unsigned carried = 0;
   while (p != end) {
     // A whole block gives one code point for each byte that is no
     // continuation byte. Its last sequence must end before the input does,
     // or it would be cut off.
     if (end - p >= 67) {
-      const Utf8BlockPlan plan = planBlock(p);
+      const Utf8BlockPlan plan = planBlock(p, carried);
       if (plan.whole) {
         count += 64 - countBits(plan.continuation);
-        p += 64 + plan.spill;
+        p += 64;
+        carried = plan.spill;
         continue;
       }
     }
+    p += carried;
+    carried = 0;
     const unsigned char* stop = end - p > 64 ? p + 64 : end;
     count += countUtf8Steps(p, end, stop);
   }
@@ -203,13 +213,14 @@ void decodeUtf8Sse2(const unsigned char*& p, const unsigned char* end,
                     char32_t*& o, char32_t* oEnd) {
   const unsigned char* in = p;
   char32_t* out = o;
+  unsigned carried = 0;
   // A block reads up to 67 bytes and writes up to 64 code points.
   while (end - in >= 72 && oEnd - out >= 64) {
-    const Utf8BlockPlan plan = planBlock(in);
+    const Utf8BlockPlan plan = planBlock(in, carried);
     if (!plan.whole) break;
     // Quarters of ASCII at a step boundary are widened; the steps of the
     // others are taken one by one, and none is cut short by the end.
-    const unsigned char* cursor = in;
+    const unsigned char* cursor = in + carried;
     for (unsigned quarter = 0; quarter < 64; quarter += 16) {
       const unsigned char* quarterEnd = in + quarter + 16;
       if (cursor == in + quarter &&
@@ -221,16 +232,11 @@ void decodeUtf8Sse2(const unsigned char*& p, const unsigned char* end,
       }
       while (cursor < quarterEnd) cursor = decodeUtf8Step(cursor, end, out);
     }
-    in = cursor;
+    in += 64;
+    carried = plan.spill;
   }
-  p = in;
+  p = in + carried;
   o = out;
-}
-
-std::size_t utf8LengthSse2(const char32_t* p, const char32_t* end) {
-  std::size_t length = 0;
-  for (; p != end; ++p) length += utf8Length(*p);
-  return length;
 }
 
 void encodeUtf8Sse2(const char32_t*& p, const char32_t* end, unsigned char*& o,

@@ -25,31 +25,25 @@ inline std::vector<const ConversionKernels*> availableKernelSets() {
   return sets;
 }
 
-// A value no conversion writes for these inputs' sizes: marks the places
-// behind the result, which must stay untouched.
-constexpr char32_t kGuard = 0xFEEDFACE;
+// Places behind the room given to a single kernel call, which must stay
+// untouched.
 constexpr std::size_t kGuardPlaces = 80;
 
 struct Decoded {
-  std::u32string elements;  // what was written in the counted places
+  std::u32string elements;  // the result
   std::size_t counted;      // the set's exact count
-  bool guardIntact;         // nothing written past the counted places
 };
 
+// Decodes as String does, with the given set.
 inline Decoded decodeUtf8With(const ConversionKernels& set,
                               const std::string& in) {
   const auto* p = reinterpret_cast<const unsigned char*>(in.data());
   const unsigned char* end = p + in.size();
   const std::size_t counted = set.countUtf8(p, end);
-  std::vector<char32_t> out(counted + kGuardPlaces, kGuard);
-  char32_t* o = out.data();
-  zelvo::unicode::convertInPlace(p, end, o, out.data() + counted,
-                                 set.decodeUtf8,
-                                 zelvo::unicode::kernels::decodeUtf8Step, 64);
-  Decoded d{std::u32string(out.data(), o), counted, true};
-  for (std::size_t i = counted; i < out.size(); ++i)
-    d.guardIntact = d.guardIntact && out[i] == kGuard;
-  return d;
+  return {zelvo::unicode::decodeApart(p, end, counted, set.decodeUtf8,
+                                      zelvo::unicode::kernels::decodeUtf8Step,
+                                      64, 64),
+          counted};
 }
 
 inline Decoded decodeUtf16With(const ConversionKernels& set,
@@ -57,15 +51,10 @@ inline Decoded decodeUtf16With(const ConversionKernels& set,
   const char16_t* p = in.data();
   const char16_t* end = p + in.size();
   const std::size_t counted = set.countUtf16(p, end);
-  std::vector<char32_t> out(counted + kGuardPlaces, kGuard);
-  char32_t* o = out.data();
-  zelvo::unicode::convertInPlace(p, end, o, out.data() + counted,
-                                 set.decodeUtf16,
-                                 zelvo::unicode::kernels::decodeUtf16Step, 16);
-  Decoded d{std::u32string(out.data(), o), counted, true};
-  for (std::size_t i = counted; i < out.size(); ++i)
-    d.guardIntact = d.guardIntact && out[i] == kGuard;
-  return d;
+  return {zelvo::unicode::decodeApart(p, end, counted, set.decodeUtf16,
+                                      zelvo::unicode::kernels::decodeUtf16Step,
+                                      16, 16),
+          counted};
 }
 
 inline const char32_t* encodeUtf8Step(const char32_t* p, const char32_t*,
@@ -80,24 +69,26 @@ inline const char32_t* encodeUtf16Step(const char32_t* p, const char32_t*,
   return p + 1;
 }
 
-// Chunks as small as 3 elements put chunk edges everywhere; 2048 is what
-// String uses.
-template <std::size_t kChunk>
+// Encodes as String does, with the given set; the staging sizes go from as
+// small as the encoders allow, which puts chunk edges everywhere, to
+// String's own.
+template <std::size_t kStaging>
 std::string encodeUtf8With(const ConversionKernels& set,
                            const std::u32string& in) {
   std::string out;
-  zelvo::unicode::encodeByChunks<kChunk, 4, unsigned char>(
-      in.data(), in.data() + in.size(), out, set.encodeUtf8, encodeUtf8Step, 8);
+  zelvo::unicode::convertByChunks<kStaging, unsigned char>(
+      in.data(), in.data() + in.size(), out, set.encodeUtf8, encodeUtf8Step, 8,
+      64);
   return out;
 }
 
-template <std::size_t kChunk>
+template <std::size_t kStaging>
 std::u16string encodeUtf16With(const ConversionKernels& set,
                                const std::u32string& in) {
   std::u16string out;
-  zelvo::unicode::encodeByChunks<kChunk, 2, char16_t>(
+  zelvo::unicode::convertByChunks<kStaging, char16_t>(
       in.data(), in.data() + in.size(), out, set.encodeUtf16, encodeUtf16Step,
-      8);
+      8, 16);
   return out;
 }
 
