@@ -12,8 +12,8 @@ namespace kernels {
 // at a time, where a block of input lets it give exactly what the steps one
 // by one would give; it stops, having taken none or more, at the first block
 // it cannot take whole, or where a block would write at or past oEnd, and
-// the caller goes on step by step from there. The decoders start at a step
-// boundary.
+// the caller goes on step by step from there. The decoders start and stop
+// at a step boundary.
 struct ConversionKernels {
   // Which set this is: "avx2", "sse2" or "portable".
   const char* name;

@@ -419,6 +419,15 @@ TEST_P(KernelSet, Utf16DecodeKernelWritesOnlyTheReadingOfWhatItTakes) {
   }
 }
 
+TEST(ActiveKernelSet, IsTheWidestSetThisBuildAndProcessorOffer) {
+  namespace k = zelvo::unicode::kernels;
+  const ConversionKernels* expected =
+      k::avx2Kernels() != nullptr   ? k::avx2Kernels()
+      : k::sse2Kernels() != nullptr ? k::sse2Kernels()
+                                    : &k::portableKernels();
+  EXPECT_EQ(&k::activeKernels(), expected) << k::activeKernels().name;
+}
+
 std::string setName(
     const ::testing::TestParamInfo<const ConversionKernels*>& info) {
   return info.param->name;

@@ -1,7 +1,9 @@
-// The SSE2 UTF-8 kernels: the exact count and the decoder over blocks of 64
-// bytes whose steps can be read off at once (see Utf8BlockPlan.h), ASCII
-// widened 16 bytes at a time; and the encoder's windows of ASCII and of
-// elements below U+0800 and U+10000.
+// The SSE2 UTF-8 encoder: windows of 16 ASCII elements narrowed at once, and
+// of 8 elements below U+0800, or below U+10000 and no surrogate, whose forms
+// are built in lanes and stored one behind the other. Windows with a larger
+// value or a surrogate are left to the steps. The windows take their values
+// as the steps do, so they lean on no fact of the text; KernelSet tests in
+// ConversionKernelsTest.cpp put every awkward value in every lane.
 #include "string/Sse2Kernels.h"
 
 #if defined(ZELVO_X86_KERNELS)
@@ -10,59 +12,11 @@
 #include <cstdint>
 #include <cstring>
 
-#include "string/Utf8BlockPlan.h"
-#include "string/Utf8Steps.h"
-
 namespace zelvo {
 namespace unicode {
 namespace kernels {
 
 namespace {
-
-// Reads 64 bytes; the bit planes come from the sign bits of the bytes
-// shifted left one place at a time.
-Utf8BlockPlan planBlock(const unsigned char* p, unsigned carried) {
-  __m128i quarters[4];
-  for (int k = 0; k < 4; ++k)
-    quarters[k] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * k));
-  const __m128i any = _mm_or_si128(_mm_or_si128(quarters[0], quarters[1]),
-                                   _mm_or_si128(quarters[2], quarters[3]));
-  if (carried == 0 && _mm_movemask_epi8(any) == 0) return asciiUtf8Block();
-  std::uint64_t planes[5];
-  for (std::uint64_t& plane : planes) {
-    plane = 0;
-    for (int k = 0; k < 4; ++k) {
-      plane |= static_cast<std::uint64_t>(
-                   static_cast<std::uint32_t>(_mm_movemask_epi8(quarters[k])))
-               << (16 * k);
-      quarters[k] = _mm_add_epi8(quarters[k], quarters[k]);
-    }
-  }
-  return planUtf8Block(planes[0], planes[1], planes[2], planes[3], planes[4],
-                       carried);
-}
-
-// The number of set bits, without a call into the runtime: SSE2 has no
-// instruction for it.
-inline unsigned countBits(std::uint64_t x) {
-  x = x - ((x >> 1) & 0x5555555555555555ull);
-  x = (x & 0x3333333333333333ull) + ((x >> 2) & 0x3333333333333333ull);
-  x = (x + (x >> 4)) & 0x0F0F0F0F0F0F0F0Full;
-  return static_cast<unsigned>((x * 0x0101010101010101ull) >> 56);
-}
-
-// Widens 16 ASCII bytes to 16 code points.
-inline void widen16(const unsigned char* p, char32_t* o) {
-  const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-  const __m128i zero = _mm_setzero_si128();
-  const __m128i low = _mm_unpacklo_epi8(bytes, zero);
-  const __m128i high = _mm_unpackhi_epi8(bytes, zero);
-  __m128i* dst = reinterpret_cast<__m128i*>(o);
-  _mm_storeu_si128(dst, _mm_unpacklo_epi16(low, zero));
-  _mm_storeu_si128(dst + 1, _mm_unpackhi_epi16(low, zero));
-  _mm_storeu_si128(dst + 2, _mm_unpacklo_epi16(high, zero));
-  _mm_storeu_si128(dst + 3, _mm_unpackhi_epi16(high, zero));
-}
 
 // The prefix sums of eight byte-sized lengths: byte k of the result is the
 // sum of the lengths 0 to k, so byte 7 is the total.
@@ -178,66 +132,8 @@ inline bool allShort(__m128i v) {
       _mm_and_si128(v, _mm_set1_epi32(0xF800)), _mm_set1_epi32(0xD800));
   return _mm_movemask_epi8(_mm_andnot_si128(surrogate, bmp)) == 0xFFFF;
 }
+
 }  // namespace
-
-// Both loops below move from block to block by 64 bytes and hand the bytes
-// that a sequence reaches into the next block over as that block's carried
-// bytes. Where a block is not whole, the steps go on one at a time from the
-// boundary behind its carried bytes.
-
-std::size_t countUtf8Sse2(const unsigned char* p, const unsigned char* end) {
-  std::size_t count = 0;
-  unsigned carried = 0;
-  while (p != end) {
-    // A whole block gives one code point for each byte that is no
-    // continuation byte. Its last sequence must end before the input does,
-    // or it would be cut off.
-    if (end - p >= 67) {
-      const Utf8BlockPlan plan = planBlock(p, carried);
-      if (plan.whole) {
-        count += 64 - countBits(plan.continuation);
-        p += 64;
-        carried = plan.spill;
-        continue;
-      }
-    }
-    p += carried;
-    carried = 0;
-    const unsigned char* stop = end - p > 64 ? p + 64 : end;
-    count += countUtf8Steps(p, end, stop);
-  }
-  return count;
-}
-
-void decodeUtf8Sse2(const unsigned char*& p, const unsigned char* end,
-                    char32_t*& o, char32_t* oEnd) {
-  const unsigned char* in = p;
-  char32_t* out = o;
-  unsigned carried = 0;
-  // A block reads up to 67 bytes and writes up to 64 code points.
-  while (end - in >= 72 && oEnd - out >= 64) {
-    const Utf8BlockPlan plan = planBlock(in, carried);
-    if (!plan.whole) break;
-    // Quarters of ASCII at a step boundary are widened; the steps of the
-    // others are taken one by one, and none is cut short by the end.
-    const unsigned char* cursor = in + carried;
-    for (unsigned quarter = 0; quarter < 64; quarter += 16) {
-      const unsigned char* quarterEnd = in + quarter + 16;
-      if (cursor == in + quarter &&
-          ((plan.nonAscii >> quarter) & 0xFFFF) == 0) {
-        widen16(cursor, out);
-        out += 16;
-        cursor = quarterEnd;
-        continue;
-      }
-      while (cursor < quarterEnd) cursor = decodeUtf8Step(cursor, end, out);
-    }
-    in += 64;
-    carried = plan.spill;
-  }
-  p = in + carried;
-  o = out;
-}
 
 void encodeUtf8Sse2(const char32_t*& p, const char32_t* end, unsigned char*& o,
                     unsigned char* oEnd) {

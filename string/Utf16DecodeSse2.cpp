@@ -1,5 +1,9 @@
-// The SSE2 UTF-16 kernels: runs of units that are no surrogates widened 16 at
-// a time, and runs of elements that take one unit narrowed 16 at a time.
+// The SSE2 UTF-16 decoder and exact count: runs of units that are no
+// surrogates widened 16 at a time; any surrogate is left to the steps. They
+// lean on one fact of the units: a unit that is no surrogate, behind a step
+// boundary, is a step of its own. KernelSet tests in
+// ConversionKernelsTest.cpp put every kind of unit at every position of a
+// block and hold the result to the step-by-step reference.
 #include "string/Sse2Kernels.h"
 
 #if defined(ZELVO_X86_KERNELS)
@@ -36,37 +40,6 @@ std::size_t widenPlainBlock(const char16_t* p, char32_t* o) {
   return static_cast<std::size_t>(__builtin_ctz(mask));
 }
 
-// All-ones in the lanes whose elements take one unit of their own value.
-__m128i singleLanes(__m128i v) {
-  const __m128i zero = _mm_setzero_si128();
-  const __m128i bmp =
-      _mm_cmpeq_epi32(_mm_and_si128(v, _mm_set1_epi32(~0xFFFF)), zero);
-  const __m128i surrogate = _mm_cmpeq_epi32(
-      _mm_and_si128(v, _mm_set1_epi32(0xF800)), _mm_set1_epi32(0xD800));
-  return _mm_andnot_si128(surrogate, bmp);
-}
-
-// Sign-extends the low 16 bits so that the signed pack keeps them.
-__m128i low16(__m128i v) { return _mm_srai_epi32(_mm_slli_epi32(v, 16), 16); }
-
-// Narrows the 16 elements at p to units at o; returns the number of elements
-// that lead the window and take one unit.
-std::size_t narrowSingleBlock(const char32_t* p, char16_t* o) {
-  const __m128i* src = reinterpret_cast<const __m128i*>(p);
-  const __m128i a = _mm_loadu_si128(src);
-  const __m128i b = _mm_loadu_si128(src + 1);
-  const __m128i c = _mm_loadu_si128(src + 2);
-  const __m128i d = _mm_loadu_si128(src + 3);
-  __m128i* dst = reinterpret_cast<__m128i*>(o);
-  _mm_storeu_si128(dst, _mm_packs_epi32(low16(a), low16(b)));
-  _mm_storeu_si128(dst + 1, _mm_packs_epi32(low16(c), low16(d)));
-  const __m128i single =
-      _mm_packs_epi16(_mm_packs_epi32(singleLanes(a), singleLanes(b)),
-                      _mm_packs_epi32(singleLanes(c), singleLanes(d)));
-  const unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(single));
-  return static_cast<std::size_t>(__builtin_ctz(~mask));
-}
-
 }  // namespace
 
 std::size_t countUtf16Sse2(const char16_t* p, const char16_t* end) {
@@ -97,17 +70,6 @@ void decodeUtf16Sse2(const char16_t*& p, const char16_t* end, char32_t*& o,
                      char32_t* oEnd) {
   while (end - p >= 16 && oEnd - o >= 16) {
     const std::size_t run = widenPlainBlock(p, o);
-    p += run;
-    o += run;
-    if (run < 16) break;
-  }
-}
-
-void encodeUtf16Sse2(const char32_t*& p, const char32_t* end, char16_t*& o,
-                     char16_t* oEnd) {
-  // A window writes 16 units, whatever it takes.
-  while (end - p >= 16 && oEnd - o >= 16) {
-    const std::size_t run = narrowSingleBlock(p, o);
     p += run;
     o += run;
     if (run < 16) break;
