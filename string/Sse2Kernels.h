@@ -22,6 +22,20 @@ void decodeUtf16Sse2(const char16_t*& p, const char16_t* end, char32_t*& o,
 void encodeUtf16Sse2(const char32_t*& p, const char32_t* end, char16_t*& o,
                      char16_t* oEnd);
 
+// Takes windows of 16 units while each is taken whole: window(p, o) writes
+// 16 outputs at o and says how many of the steps at the front of the window
+// at p are its to take, one unit and one output each.
+template <typename In, typename Out, typename Window>
+inline void takeWholeWindows(const In*& p, const In* end, Out*& o, Out* oEnd,
+                             Window window) {
+  while (end - p >= 16 && oEnd - o >= 16) {
+    const std::size_t run = window(p, o);
+    p += run;
+    o += run;
+    if (run < 16) break;
+  }
+}
+
 }  // namespace kernels
 }  // namespace unicode
 }  // namespace zelvo

@@ -68,12 +68,7 @@ std::size_t countUtf16Sse2(const char16_t* p, const char16_t* end) {
 
 void decodeUtf16Sse2(const char16_t*& p, const char16_t* end, char32_t*& o,
                      char32_t* oEnd) {
-  while (end - p >= 16 && oEnd - o >= 16) {
-    const std::size_t run = widenPlainBlock(p, o);
-    p += run;
-    o += run;
-    if (run < 16) break;
-  }
+  takeWholeWindows(p, end, o, oEnd, widenPlainBlock);
 }
 
 }  // namespace kernels

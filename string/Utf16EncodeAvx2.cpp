@@ -11,6 +11,8 @@
 #include <array>
 #include <cstdint>
 
+#include "string/ShuffleTables.h"
+
 namespace zelvo {
 namespace unicode {
 namespace kernels {
@@ -20,24 +22,10 @@ namespace {
 // For the four pair flags of a half window, the shuffle that writes the
 // units one behind the other: the low 16 bits of a lane first, then, for a
 // pair, the high 16 bits.
-constexpr std::array<std::array<std::uint8_t, 16>, 16> makeSplitTable() {
-  std::array<std::array<std::uint8_t, 16>, 16> table{};
-  for (unsigned pairs = 0; pairs < 16; ++pairs) {
-    std::array<std::uint8_t, 16> shuffle{};
-    for (std::uint8_t& b : shuffle) b = 0x80;
-    unsigned at = 0;
-    for (unsigned lane = 0; lane < 4; ++lane) {
-      const unsigned units = (pairs >> lane) & 1 ? 2 : 1;
-      for (unsigned k = 0; k < 2 * units; ++k)
-        shuffle[at++] = static_cast<std::uint8_t>(4 * lane + k);
-    }
-    table[pairs] = shuffle;
-  }
-  return table;
-}
-
-alignas(16) constexpr std::array<std::array<std::uint8_t, 16>, 16> kSplit =
-    makeSplitTable();
+alignas(16) constexpr std::array<Shuffle, 16> kSplit =
+    makeShuffles<16, 4, 4, false>([](unsigned pairs, unsigned lane) {
+      return (pairs >> lane) & 1 ? 4u : 2u;
+    });
 
 // All-ones in the lanes whose elements take one unit of their own value:
 // below 0xD800, or 0xE000 to 0xFFFF.

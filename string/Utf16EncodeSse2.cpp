@@ -51,13 +51,7 @@ std::size_t narrowSingleBlock(const char32_t* p, char16_t* o) {
 
 void encodeUtf16Sse2(const char32_t*& p, const char32_t* end, char16_t*& o,
                      char16_t* oEnd) {
-  // A window writes 16 units, whatever it takes.
-  while (end - p >= 16 && oEnd - o >= 16) {
-    const std::size_t run = narrowSingleBlock(p, o);
-    p += run;
-    o += run;
-    if (run < 16) break;
-  }
+  takeWholeWindows(p, end, o, oEnd, narrowSingleBlock);
 }
 
 }  // namespace kernels

@@ -14,6 +14,7 @@
 #include <cstdint>
 
 #include "string/LeftPack.h"
+#include "string/ShuffleTables.h"
 #include "string/Utf8BlockPlan.h"
 #include "string/Utf8Steps.h"
 
@@ -29,6 +30,8 @@ ZELVO_AVX2_TARGET inline Utf8BlockPlan planBlock(const unsigned char* p,
                                                  unsigned carried) {
   __m256i low = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
   __m256i high = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + 32));
+  if (carried == 0 && _mm256_movemask_epi8(_mm256_or_si256(low, high)) == 0)
+    return asciiUtf8Block();
   std::uint64_t planes[5];
   for (std::uint64_t& plane : planes) {
     plane = static_cast<std::uint32_t>(_mm256_movemask_epi8(low)) |
@@ -98,24 +101,10 @@ ZELVO_AVX2_TARGET inline char32_t* decodeEight(const unsigned char* p,
 
 // For a mask of 8 lanes of 16 bits, the shuffle that packs the chosen ones
 // to the front.
-constexpr std::array<std::array<std::uint8_t, 16>, 256> makeWordPack() {
-  std::array<std::array<std::uint8_t, 16>, 256> table{};
-  for (unsigned mask = 0; mask < 256; ++mask) {
-    std::array<std::uint8_t, 16> shuffle{};
-    for (std::uint8_t& b : shuffle) b = 0x80;
-    unsigned at = 0;
-    for (unsigned lane = 0; lane < 8; ++lane) {
-      if (((mask >> lane) & 1) == 0) continue;
-      shuffle[at++] = static_cast<std::uint8_t>(2 * lane);
-      shuffle[at++] = static_cast<std::uint8_t>(2 * lane + 1);
-    }
-    table[mask] = shuffle;
-  }
-  return table;
-}
-
-alignas(16) constexpr std::array<std::array<std::uint8_t, 16>, 256> kWordPack =
-    makeWordPack();
+alignas(16) constexpr std::array<Shuffle, 256> kWordPack =
+    makeShuffles<256, 8, 2, false>([](unsigned mask, unsigned lane) {
+      return (mask >> lane) & 1 ? 2u : 0u;
+    });
 
 // Decodes the sequences that start at the bytes p[k] with bit k of starts
 // set, k from 0 to 15, when none of them is longer than two bytes: the
@@ -154,51 +143,14 @@ ZELVO_AVX2_TARGET inline char32_t* decodeShortSixteen(const unsigned char* p,
 
 }  // namespace
 
-// True if the 64 bytes at p are all ASCII.
-ZELVO_AVX2_TARGET inline bool isAscii64(const unsigned char* p) {
-  const __m256i any = _mm256_or_si256(
-      _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)),
-      _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + 32)));
-  return _mm256_movemask_epi8(any) == 0;
-}
-
-// Both loops below move from block to block by 64 bytes, whatever the
-// blocks hold, and hand the bytes that a sequence reaches into the next
-// block over as that block's carried bytes: the next load never waits for
-// the last block's plan. Where a block is not whole, the steps go on one at
-// a time from the boundary behind its carried bytes.
-
 ZELVO_AVX2_TARGET std::size_t countUtf8Avx2(const unsigned char* p,
                                             const unsigned char* end) {
-  std::size_t count = 0;
-  unsigned carried = 0;
-  while (p != end) {
-    // A whole block gives one code point for each byte that is no
-    // continuation byte. Its last sequence must end before the input does,
-    // or it would be cut off.
-    if (end - p >= 67) {
-      if (carried == 0 && isAscii64(p)) {
-        count += 64;
-        p += 64;
-        continue;
-      }
-      const Utf8BlockPlan plan = planBlock(p, carried);
-      if (plan.whole) {
-        count +=
-            64 - static_cast<std::size_t>(_mm_popcnt_u64(plan.continuation));
-        p += 64;
-        carried = plan.spill;
-        continue;
-      }
-    }
-    p += carried;
-    carried = 0;
-    const unsigned char* stop = end - p > 64 ? p + 64 : end;
-    count += countUtf8Steps(p, end, stop);
-  }
-  return count;
+  return countUtf8ByBlocks<planBlock>(p, end);
 }
 
+// Blocks follow one another by 64 bytes and carry the bytes that a sequence
+// reaches into them, as in countUtf8ByBlocks; the kernel stops at the first
+// block that is not whole, on the boundary behind its carried bytes.
 ZELVO_AVX2_TARGET void decodeUtf8Avx2(const unsigned char*& p,
                                       const unsigned char* end, char32_t*& o,
                                       char32_t* oEnd) {
@@ -207,15 +159,15 @@ ZELVO_AVX2_TARGET void decodeUtf8Avx2(const unsigned char*& p,
   unsigned carried = 0;
   // A block reads up to 72 bytes and writes up to 64 code points.
   while (end - in >= 72 && oEnd - out >= 64) {
-    if (carried == 0 && isAscii64(in)) {
+    const Utf8BlockPlan plan = planBlock(in, carried);
+    if (!plan.whole) break;
+    if (plan.nonAscii == 0) {
       for (unsigned quarter = 0; quarter < 64; quarter += 16)
         widen16(in + quarter, out + quarter);
       in += 64;
       out += 64;
       continue;
     }
-    const Utf8BlockPlan plan = planBlock(in, carried);
-    if (!plan.whole) break;
     // Each quarter by what it holds: ASCII is widened, leads of two bytes
     // at most go 16 to a step, and longer ones 8.
     for (unsigned quarter = 0; quarter < 64; quarter += 16) {

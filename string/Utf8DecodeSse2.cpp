@@ -43,15 +43,6 @@ Utf8BlockPlan planBlock(const unsigned char* p, unsigned carried) {
                        carried);
 }
 
-// The number of set bits, without a call into the runtime: SSE2 has no
-// instruction for it.
-inline unsigned countBits(std::uint64_t x) {
-  x = x - ((x >> 1) & 0x5555555555555555ull);
-  x = (x & 0x3333333333333333ull) + ((x >> 2) & 0x3333333333333333ull);
-  x = (x + (x >> 4)) & 0x0F0F0F0F0F0F0F0Full;
-  return static_cast<unsigned>((x * 0x0101010101010101ull) >> 56);
-}
-
 // Widens 16 ASCII bytes to 16 code points.
 inline void widen16(const unsigned char* p, char32_t* o) {
   const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
@@ -67,35 +58,13 @@ inline void widen16(const unsigned char* p, char32_t* o) {
 
 }  // namespace
 
-// Both loops below move from block to block by 64 bytes and hand the bytes
-// that a sequence reaches into the next block over as that block's carried
-// bytes. Where a block is not whole, the steps go on one at a time from the
-// boundary behind its carried bytes.
-
 std::size_t countUtf8Sse2(const unsigned char* p, const unsigned char* end) {
-  std::size_t count = 0;
-  unsigned carried = 0;
-  while (p != end) {
-    // A whole block gives one code point for each byte that is no
-    // continuation byte. Its last sequence must end before the input does,
-    // or it would be cut off.
-    if (end - p >= 67) {
-      const Utf8BlockPlan plan = planBlock(p, carried);
-      if (plan.whole) {
-        count += 64 - countBits(plan.continuation);
-        p += 64;
-        carried = plan.spill;
-        continue;
-      }
-    }
-    p += carried;
-    carried = 0;
-    const unsigned char* stop = end - p > 64 ? p + 64 : end;
-    count += countUtf8Steps(p, end, stop);
-  }
-  return count;
+  return countUtf8ByBlocks<planBlock>(p, end);
 }
 
+// Blocks follow one another by 64 bytes and carry the bytes that a sequence
+// reaches into them, as in countUtf8ByBlocks; the kernel stops at the first
+// block that is not whole, on the boundary behind its carried bytes.
 void decodeUtf8Sse2(const unsigned char*& p, const unsigned char* end,
                     char32_t*& o, char32_t* oEnd) {
   const unsigned char* in = p;

@@ -13,6 +13,7 @@
 #include <array>
 #include <cstdint>
 
+#include "string/ShuffleTables.h"
 #include "string/Utf8Steps.h"
 
 namespace zelvo {
@@ -25,25 +26,11 @@ namespace {
 // that writes the sequences one behind the other. A lane holds the bytes of
 // a sequence of length n with its lead in byte n - 1 and its last byte in
 // byte 0, so each is read top down.
-constexpr std::array<std::array<std::uint8_t, 16>, 625> makeGatherTable() {
-  std::array<std::array<std::uint8_t, 16>, 625> table{};
-  for (unsigned index = 0; index < 625; ++index) {
-    std::array<std::uint8_t, 16> shuffle{};
-    for (std::uint8_t& b : shuffle) b = 0x80;
-    unsigned at = 0;
-    unsigned rest = index;
-    for (unsigned lane = 0; lane < 4; ++lane, rest /= 5) {
-      const unsigned length = rest % 5;
-      for (unsigned k = 0; k < length; ++k)
-        shuffle[at++] = static_cast<std::uint8_t>(4 * lane + length - 1 - k);
-    }
-    table[index] = shuffle;
-  }
-  return table;
-}
-
-alignas(16) constexpr std::array<std::array<std::uint8_t, 16>, 625> kGather =
-    makeGatherTable();
+alignas(16) constexpr std::array<Shuffle, 625> kGather =
+    makeShuffles<625, 4, 4, true>([](unsigned index, unsigned lane) {
+      for (unsigned k = 0; k < lane; ++k) index /= 5;
+      return index % 5;
+    });
 
 ZELVO_AVX2_TARGET inline __m256i load8(const char32_t* p) {
   return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
@@ -73,47 +60,18 @@ ZELVO_AVX2_TARGET inline __m256i below(__m256i c, int bits) {
 
 // For a mask of which of 8 values take two bytes, the shuffle that writes
 // their forms, held in 16-bit lanes lead first, one behind the other.
-constexpr std::array<std::array<std::uint8_t, 16>, 256> makePairTable() {
-  std::array<std::array<std::uint8_t, 16>, 256> table{};
-  for (unsigned mask = 0; mask < 256; ++mask) {
-    std::array<std::uint8_t, 16> shuffle{};
-    for (std::uint8_t& b : shuffle) b = 0x80;
-    unsigned at = 0;
-    for (unsigned lane = 0; lane < 8 && at < 16; ++lane) {
-      shuffle[at++] = static_cast<std::uint8_t>(2 * lane);
-      if ((mask >> lane) & 1 && at < 16)
-        shuffle[at++] = static_cast<std::uint8_t>(2 * lane + 1);
-    }
-    table[mask] = shuffle;
-  }
-  return table;
-}
-
-alignas(16) constexpr std::array<std::array<std::uint8_t, 16>, 256> kPairs =
-    makePairTable();
+alignas(16) constexpr std::array<Shuffle, 256> kPairs =
+    makeShuffles<256, 8, 2, false>([](unsigned mask, unsigned lane) {
+      return 1 + ((mask >> lane) & 1);
+    });
 
 // For the masks of which of 4 values are 0x80 and above (low nibble) and
 // 0x800 and above (high nibble), the shuffle that writes their one- to
 // three-byte forms, held as in kGather, one behind the other.
-constexpr std::array<std::array<std::uint8_t, 16>, 256> makeShortTable() {
-  std::array<std::array<std::uint8_t, 16>, 256> table{};
-  for (unsigned index = 0; index < 256; ++index) {
-    std::array<std::uint8_t, 16> shuffle{};
-    for (std::uint8_t& b : shuffle) b = 0x80;
-    unsigned at = 0;
-    for (unsigned lane = 0; lane < 4; ++lane) {
-      const unsigned length =
-          1 + ((index >> lane) & 1) + ((index >> (lane + 4)) & 1);
-      for (unsigned k = 0; k < length; ++k)
-        shuffle[at++] = static_cast<std::uint8_t>(4 * lane + length - 1 - k);
-    }
-    table[index] = shuffle;
-  }
-  return table;
-}
-
-alignas(16) constexpr std::array<std::array<std::uint8_t, 16>, 256> kShort =
-    makeShortTable();
+alignas(16) constexpr std::array<Shuffle, 256> kShort =
+    makeShuffles<256, 4, 4, true>([](unsigned masks, unsigned lane) {
+      return 1 + ((masks >> lane) & 1) + ((masks >> (lane + 4)) & 1);
+    });
 
 ZELVO_AVX2_TARGET inline __m256i pairShuffles(const std::uint8_t* first,
                                               const std::uint8_t* second) {

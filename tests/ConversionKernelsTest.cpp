@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/CorpusTexts.h"
 #include "tests/reference/Utf16Reference.h"
 #include "tests/reference/Utf8Reference.h"
 
@@ -188,24 +189,6 @@ TEST_P(KernelSet, Utf8DecodingOfRandomBytesMatches) {
     }
     if (!decodesAsReference(in)) return;
   }
-}
-
-std::vector<std::string> corpusTexts() {
-  std::vector<std::string> texts;
-  const char* dir = std::getenv("ZELVO_CORPUS_DIR");
-  if (dir == nullptr) return texts;
-  for (const char* name :
-       {"arabic", "chinese", "czech", "english", "esperanto", "french",
-        "german", "greek", "hebrew", "hindi", "japanese", "korean", "persan",
-        "portuguese", "russian", "thai", "turkish", "vietnamese"}) {
-    std::ifstream in(std::string(dir) + "/" + name + ".utf8.txt",
-                     std::ios::binary);
-    if (!in) continue;
-    std::ostringstream content;
-    content << in.rdbuf();
-    texts.push_back(content.str());
-  }
-  return texts;
 }
 
 TEST_P(KernelSet, ConversionsOfTheCorpusMatch) {

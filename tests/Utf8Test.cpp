@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "string/String.h"
+#include "tests/CorpusTexts.h"
 #include "tests/reference/Utf8Reference.h"
 
 namespace {
@@ -551,24 +552,6 @@ namespace {
 
 // ---------------------------------------------------------------------------
 // The corpus: real text of many scripts, and the same text spoiled.
-
-std::vector<std::string> corpusTexts() {
-  std::vector<std::string> texts;
-  const char* dir = std::getenv("ZELVO_CORPUS_DIR");
-  if (dir == nullptr) return texts;
-  for (const char* name :
-       {"arabic", "chinese", "czech", "english", "esperanto", "french",
-        "german", "greek", "hebrew", "hindi", "japanese", "korean", "persan",
-        "portuguese", "russian", "thai", "turkish", "vietnamese"}) {
-    std::ifstream in(std::string(dir) + "/" + name + ".utf8.txt",
-                     std::ios::binary);
-    if (!in) continue;
-    std::ostringstream content;
-    content << in.rdbuf();
-    texts.push_back(content.str());
-  }
-  return texts;
-}
 
 TEST(Utf8Corpus, EveryFileDecodesAsTheReferenceAndEncodesBack) {
   const std::vector<std::string> texts = corpusTexts();
