@@ -377,7 +377,7 @@ TEST(Utf16Sweep, RandomElementsEncodeAsTheReference) {
 
 TEST(Utf16Sweep, UniformTextOfEveryLengthUpTo600MatchesTheReference) {
   // Runs of one kind end exactly at the end of the input, at the end of a
-  // staging block, or in between, depending on the length.
+  // kernel block, or in between, depending on the length.
   const char32_t kElements[] = {0x41, 0x4E2D, 0x1F600, 0xD800, 0x110000};
   const char16_t kUnits[] = {0x41, 0x4E2D, 0xD800, 0xDC00, 0xFFFF};
   for (size_t n = 0; n <= 600; ++n) {
@@ -395,8 +395,8 @@ TEST(Utf16Sweep, UniformTextOfEveryLengthUpTo600MatchesTheReference) {
 }
 
 // ---------------------------------------------------------------------------
-// Staging buffer boundaries: inputs around the block sizes, with a pair at
-// every position, so that some straddle each flush.
+// Block edges: inputs around the sizes of the kernels' blocks, with a pair
+// at every position, so that some straddle each edge.
 
 const size_t kBoundaryLengths[] = {127, 128, 129, 255, 256, 257};
 

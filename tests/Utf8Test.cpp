@@ -462,7 +462,7 @@ TEST(Utf8Sweep, RandomElementsEncodeAsTheReference) {
 
 TEST(Utf8Sweep, UniformTextOfEveryLengthUpTo600RoundTrips) {
   // Runs of one kind of element end exactly at the end of the input, at the
-  // end of a staging block, or in between, depending on the length.
+  // end of a kernel block, or in between, depending on the length.
   const char32_t kKinds[] = {0x41, 0xE9, 0x20AC, 0x1F600, 0xD800};
   for (char32_t kind : kKinds) {
     for (size_t n = 0; n <= 600; ++n) {
@@ -476,8 +476,9 @@ TEST(Utf8Sweep, UniformTextOfEveryLengthUpTo600RoundTrips) {
 }
 
 // ---------------------------------------------------------------------------
-// Staging buffer boundaries: inputs around the block sizes, with a sequence
-// of every length at every position, so that some straddle each flush.
+// Block edges: inputs around the sizes of the kernels' blocks, with a
+// sequence of every length at every position, so that some straddle each
+// edge.
 
 const size_t kBoundaryLengths[] = {127, 128, 129, 255, 256, 257};
 
