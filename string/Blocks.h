@@ -63,10 +63,13 @@ void convertByChunks(const In* p, const In* const end, Target& out,
 // shrink_to_fit, which is only a request and may swallow a failed
 // allocation: this way the capacity always fits, and a failure throws
 // before anything is installed.
+//
+// Everything is inlined into it, so that the string's zero fill of the new
+// size is seen to be a fill with zero and becomes the library's memset.
 template <typename In, typename Kernel, typename Step>
-std::u32string decodeApart(const In* p, const In* const end,
-                           std::size_t codePoints, Kernel kernel, Step step,
-                           std::ptrdiff_t stepSpan, std::ptrdiff_t room) {
+__attribute__((flatten)) std::u32string decodeApart(
+    const In* p, const In* const end, std::size_t codePoints, Kernel kernel,
+    Step step, std::ptrdiff_t stepSpan, std::ptrdiff_t room) {
   std::u32string decoded;
   decoded.resize(codePoints);
   if (codePoints != 0) {
