@@ -92,27 +92,27 @@ std::u16string encodeUtf16With(const ConversionKernels& set,
   return out;
 }
 
-// One call of a kernel with room for `room` units of output, into a buffer
-// with guard places behind. What it consumed and what it wrote, which must
-// be the reference's reading of just the consumed input.
-template <typename In, typename Out>
+// One call of a kernel on [begin, end) with room for `room` units of output,
+// into a buffer with guard places behind. What it consumed and what it
+// wrote, which must be the reference's reading of just the consumed input.
+template <typename Out>
 struct KernelCall {
   std::size_t consumed;
-  std::basic_string<Out> written;
+  std::vector<Out> written;
   bool guardIntact;
 };
 
-template <typename In, typename Out, typename Kernel>
-KernelCall<In, Out> callKernel(Kernel kernel, const std::basic_string<In>& in,
-                               std::size_t room) {
-  KernelCall<In, Out> call{0, {}, true};
+template <typename Out, typename In, typename Kernel>
+KernelCall<Out> callKernel(Kernel kernel, const In* begin, const In* end,
+                           std::size_t room) {
+  KernelCall<Out> call{0, {}, true};
   // Twice, behind guards of two values, so that no write can pass for one.
   for (const Out guard : {static_cast<Out>(0x5A5A5A5A), static_cast<Out>(-1)}) {
     std::vector<Out> out(room + kGuardPlaces, guard);
-    const In* p = in.data();
+    const In* p = begin;
     Out* o = out.data();
-    kernel(p, in.data() + in.size(), o, out.data() + room);
-    call.consumed = static_cast<std::size_t>(p - in.data());
+    kernel(p, end, o, out.data() + room);
+    call.consumed = static_cast<std::size_t>(p - begin);
     call.written.assign(out.data(), o);
     for (std::size_t i = room; i < out.size(); ++i)
       call.guardIntact = call.guardIntact && out[i] == guard;
