@@ -23,8 +23,10 @@ class RatioReporter : public benchmark::ConsoleReporter {
     std::string denominator;
   };
 
+  // Plain text, so that the report reads the same in a file as on a
+  // terminal.
   explicit RatioReporter(std::vector<Column> columns)
-      : columns_(std::move(columns)) {}
+      : ConsoleReporter(OO_None), columns_(std::move(columns)) {}
 
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
