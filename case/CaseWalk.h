@@ -30,8 +30,7 @@ class Output {
 
   // A value of any length, the empty one included, with `still` input code
   // points left after this one.
-  void put(String const& value, std::size_t still) {
-    std::size_t const length = value.length();
+  void put(char32_t const* value, std::size_t length, std::size_t still) {
     if (size_ + length + still > text_.size())
       text_.resize(std::max(2 * text_.size(), size_ + length + still));
     for (std::size_t i = 0; i < length; ++i) text_[size_++] = value[i];
@@ -79,18 +78,22 @@ String walk(UnicodeTransformationTables const& tables, String const& s,
             ? std::uint32_t{propertyindex::kConditionalCasing}
             : std::uint32_t{0};
     if (record & (propertyindex::kSpecialCasing | conditional)) {
-      String const* value = nullptr;
+      std::size_t const still = static_cast<std::size_t>(end - current - 1);
       if (record & propertyindex::kConditionalCasing) {
-        value = reachable.apply(begin, end, current);
+        reachablerows::Value const* value =
+            reachable.apply(begin, end, current);
         filter = reachable.filter();
+        if (value != nullptr) {
+          out.put(value->text, value->length, still);
+          continue;
+        }
       }
-      if (value == nullptr && (record & propertyindex::kSpecialCasing)) {
+      if (record & propertyindex::kSpecialCasing) {
         auto const row = full.special.find(c);
-        if (row != full.special.end()) value = &row->second;
-      }
-      if (value != nullptr) {
-        out.put(*value, static_cast<std::size_t>(end - current - 1));
-        continue;
+        if (row != full.special.end()) {
+          out.put(row->second.data(), row->second.length(), still);
+          continue;
+        }
       }
     }
     out.put(c + static_cast<char32_t>(casedirection::distance<d>(record)));

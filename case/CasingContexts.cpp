@@ -25,8 +25,6 @@ String const* findRow(ConditionTable const& table, std::string const& key,
   return &row->second;
 }
 
-// A row is looked for before its context is scanned, so a code point without
-// a row costs no scan.
 bool apply(String const& row, String& result) {
   result += row;
   return true;
@@ -35,7 +33,8 @@ bool apply(String const& row, String& result) {
 }  // namespace
 
 // The six tests are asked in a fixed order, whatever the language; the first
-// that applies a row ends the search.
+// that applies a row ends the search. Each test looks for its row before it
+// scans the context, so a code point without a row costs no scan.
 bool UnicodeTransformationTables::mapSpecialCondition(
     char32_t const* begin, char32_t const* end, char32_t const* current,
     std::string const& language, ConditionTable const& table, String& result) {

@@ -19,6 +19,12 @@ namespace reachablerows {
 
 using contextscans::Position;
 
+// The value of a row: code points of the table's String, which may be none.
+struct Value {
+  char32_t const* text;
+  std::size_t length;
+};
+
 // The tests of the dispatcher, in the order in which it asks them.
 enum class Test {
   kFinalSigma,
@@ -46,12 +52,12 @@ class ReachableRows {
   // the code point at current; null where none does. An empty value deletes
   // the code point. The same answer as the dispatcher, for a code point
   // whose record says it is an inner key of the condition tables.
-  String const* apply(Position begin, Position end, Position current) {
+  Value const* apply(Position begin, Position end, Position current) {
     if (!gathered_) gather();
     char32_t const c = *current;
     for (Row const& row : rows_) {
       if (row.codePoint != c) continue;
-      if (holds(row.test, begin, end, current)) return row.value;
+      if (holds(row.test, begin, end, current)) return &row.value;
     }
     return nullptr;
   }
@@ -65,7 +71,7 @@ class ReachableRows {
   struct Row {
     char32_t codePoint;
     Test test;
-    String const* value;
+    Value value;
   };
 
   static bool holds(Test test, Position begin, Position end, Position current) {
@@ -96,7 +102,8 @@ class ReachableRows {
 
   void add(Test test, std::map<char32_t, String> const& rows) {
     for (auto const& row : rows) {
-      rows_.push_back({row.first, test, &row.second});
+      rows_.push_back(
+          {row.first, test, {row.second.data(), row.second.length()}});
       filter_ |= std::uint64_t{1} << (row.first % 64);
     }
   }

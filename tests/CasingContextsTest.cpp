@@ -8,6 +8,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "tests/reference/CaseReference.h"
 #include "transform/UnicodeOperations.h"
 #include "transform/UnicodeTransformationTables.h"
 
@@ -195,6 +196,14 @@ TEST_P(LowerWalk, GivesTheExpectedText) {
   EXPECT_EQ(elements(zelvo::unicode::toLowerFull(input, c.language)),
             c.expected);
   EXPECT_EQ(elements(input), c.input) << "the input is left alone";
+}
+
+// The plain transcription that the fast paths are held against gives the
+// same documented text.
+TEST_P(LowerWalk, PlainTranscriptionGivesTheExpectedText) {
+  WalkCase const& c = GetParam();
+  zelvo_reference::CaseReference const plain(gTransformTables);
+  EXPECT_EQ(elements(plain.lowerFull(text(c.input), c.language)), c.expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
