@@ -4,6 +4,7 @@
 // output into tables of ours / ICU.
 #include <benchmark/benchmark.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -214,7 +215,31 @@ void icuSimpleOfCodePoint(benchmark::State& state, Text const* text,
 }
 
 UChar32 icuFold(UChar32 c) { return u_foldCase(c, U_FOLD_CASE_DEFAULT); }
+#define ICU_SIMPLE(function) function
+#else
+using IcuSimple = std::nullptr_t;
+#define ICU_SIMPLE(function) nullptr
 #endif
+
+// The simple mappings and folding: ours of a code point, ours of a String
+// where there is one, and ICU's of a code point, which the ICU rows of a
+// text call for each code point.
+struct SimpleFunction {
+  char const* name;
+  SimpleOfCodePoint ofCodePoint;
+  SimpleOfText ofText;
+  IcuSimple icu;
+};
+
+SimpleFunction const kSimpleFunctions[] = {
+    {"upper_simple", zelvo::unicode::toUpperSimple,
+     zelvo::unicode::toUpperSimple, ICU_SIMPLE(u_toupper)},
+    {"lower_simple", zelvo::unicode::toLowerSimple,
+     zelvo::unicode::toLowerSimple, ICU_SIMPLE(u_tolower)},
+    {"title_simple", zelvo::unicode::toTitleSimple, nullptr,
+     ICU_SIMPLE(u_totitle)},
+    {"fold", zelvo::unicode::simpleCaseFold, nullptr, ICU_SIMPLE(icuFold)},
+};
 
 // Rows are named function/text/side, the language in the function's name.
 void registerAll() {
@@ -230,7 +255,7 @@ void registerAll() {
           ("lower" + suffix + file + "zelvo").c_str(), zelvoFull, t,
           FullMapping{zelvo::unicode::toLowerFull}, language);
       benchmark::RegisterBenchmark(
-          ("title_cp" + suffix + file + "zelvo").c_str(), zelvoTitleFull, t,
+          ("title_full" + suffix + file + "zelvo").c_str(), zelvoTitleFull, t,
           language);
 #if defined(ZELVO_HAVE_ICU)
       benchmark::RegisterBenchmark(("upper" + suffix + file + "icu").c_str(),
@@ -239,42 +264,30 @@ void registerAll() {
       benchmark::RegisterBenchmark(("lower" + suffix + file + "icu").c_str(),
                                    icuFull, t, IcuCaseMapping{u_strToLower},
                                    language);
-      benchmark::RegisterBenchmark(("title_cp" + suffix + file + "icu").c_str(),
-                                   icuTitleFull, t, language);
+      benchmark::RegisterBenchmark(
+          ("title_full" + suffix + file + "icu").c_str(), icuTitleFull, t,
+          language);
 #endif
     }
-    benchmark::RegisterBenchmark(("upper_simple" + file + "zelvo").c_str(),
-                                 zelvoSimpleOfText, t,
-                                 SimpleOfText{zelvo::unicode::toUpperSimple});
-    benchmark::RegisterBenchmark(("lower_simple" + file + "zelvo").c_str(),
-                                 zelvoSimpleOfText, t,
-                                 SimpleOfText{zelvo::unicode::toLowerSimple});
-    benchmark::RegisterBenchmark(
-        ("upper_simple_cp" + file + "zelvo").c_str(), zelvoSimpleOfCodePoint, t,
-        SimpleOfCodePoint{zelvo::unicode::toUpperSimple});
-    benchmark::RegisterBenchmark(
-        ("lower_simple_cp" + file + "zelvo").c_str(), zelvoSimpleOfCodePoint, t,
-        SimpleOfCodePoint{zelvo::unicode::toLowerSimple});
-    benchmark::RegisterBenchmark(
-        ("title_simple_cp" + file + "zelvo").c_str(), zelvoSimpleOfCodePoint, t,
-        SimpleOfCodePoint{zelvo::unicode::toTitleSimple});
-    benchmark::RegisterBenchmark(
-        ("fold_cp" + file + "zelvo").c_str(), zelvoSimpleOfCodePoint, t,
-        SimpleOfCodePoint{zelvo::unicode::simpleCaseFold});
+    for (SimpleFunction const& f : kSimpleFunctions) {
+      std::string const name = f.name + file;
+      if (f.ofText != nullptr) {
+        benchmark::RegisterBenchmark(
+            (f.name + std::string("_text") + file + "zelvo").c_str(),
+            zelvoSimpleOfText, t, f.ofText);
+      }
+      benchmark::RegisterBenchmark((name + "zelvo").c_str(),
+                                   zelvoSimpleOfCodePoint, t, f.ofCodePoint);
 #if defined(ZELVO_HAVE_ICU)
-    benchmark::RegisterBenchmark(("upper_simple" + file + "icu").c_str(),
-                                 icuSimpleOfText, t, IcuSimple{u_toupper});
-    benchmark::RegisterBenchmark(("lower_simple" + file + "icu").c_str(),
-                                 icuSimpleOfText, t, IcuSimple{u_tolower});
-    benchmark::RegisterBenchmark(("upper_simple_cp" + file + "icu").c_str(),
-                                 icuSimpleOfCodePoint, t, IcuSimple{u_toupper});
-    benchmark::RegisterBenchmark(("lower_simple_cp" + file + "icu").c_str(),
-                                 icuSimpleOfCodePoint, t, IcuSimple{u_tolower});
-    benchmark::RegisterBenchmark(("title_simple_cp" + file + "icu").c_str(),
-                                 icuSimpleOfCodePoint, t, IcuSimple{u_totitle});
-    benchmark::RegisterBenchmark(("fold_cp" + file + "icu").c_str(),
-                                 icuSimpleOfCodePoint, t, IcuSimple{icuFold});
+      if (f.ofText != nullptr) {
+        benchmark::RegisterBenchmark(
+            (f.name + std::string("_text") + file + "icu").c_str(),
+            icuSimpleOfText, t, f.icu);
+      }
+      benchmark::RegisterBenchmark((name + "icu").c_str(), icuSimpleOfCodePoint,
+                                   t, f.icu);
 #endif
+    }
     benchmark::RegisterBenchmark(("memcpy" + file + "memcpy").c_str(),
                                  copyBytes, t);
   }
