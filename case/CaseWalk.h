@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <utility>
 
@@ -19,32 +20,42 @@ namespace zelvo {
 namespace unicode {
 namespace casewalk {
 
-// The result as it grows. The buffer always has room for one code point for
-// each input code point still to come, so a mapping to one code point is a
-// plain store; only a longer value checks for room.
-class Output {
- public:
-  explicit Output(std::size_t inputLength) : text_(inputLength, U'\0') {}
+// Makes room in text for `needed` code points after next, which points into
+// it, and returns where next stands after that. The room at least doubles,
+// so a text that grows by many expansions is copied a few times only.
+inline char32_t* makeRoom(std::u32string& text, char32_t* next,
+                          std::size_t needed) {
+  std::size_t const used = static_cast<std::size_t>(next - &text[0]);
+  text.resize(std::max(2 * text.size(), used + needed));
+  return &text[0] + used;
+}
 
-  void put(char32_t c) { text_[size_++] = c; }
-
-  // A value of any length, the empty one included, with `still` input code
-  // points left after this one.
-  void put(char32_t const* value, std::size_t length, std::size_t still) {
-    if (size_ + length + still > text_.size())
-      text_.resize(std::max(2 * text_.size(), size_ + length + still));
-    for (std::size_t i = 0; i < length; ++i) text_[size_++] = value[i];
+// Whether a row answers for the code point at current, whose record has
+// one of the two flags: first a reachable conditional row whose context
+// holds (or a row of the language), then a row of the unconditional table,
+// which may map the code point to itself. The row's value is put in value.
+inline bool rowAnswers(std::uint32_t record, contextscans::Position begin,
+                       contextscans::Position end,
+                       contextscans::Position current,
+                       reachablerows::ReachableRows& reachable,
+                       std::map<char32_t, String> const& special,
+                       reachablerows::Value& value) {
+  if (record & propertyindex::kConditionalCasing) {
+    if (reachablerows::Value const* row =
+            reachable.apply(begin, end, current)) {
+      value = *row;
+      return true;
+    }
   }
-
-  String take() {
-    text_.resize(size_);
-    return String(std::move(text_));
+  if (record & propertyindex::kSpecialCasing) {
+    auto const row = special.find(*current);
+    if (row != special.end()) {
+      value = {row->second.data(), row->second.length()};
+      return true;
+    }
   }
-
- private:
-  std::u32string text_;
-  std::size_t size_ = 0;
-};
+  return false;
+}
 
 // The walk over s in direction d (upper or lower). For each code point the
 // sources are asked in this order, and the first that answers ends the
@@ -65,7 +76,12 @@ String walk(UnicodeTransformationTables const& tables, String const& s,
   contextscans::Position const end = begin + n;
   casedirection::FullTables const full = casedirection::fullTables<d>(tables);
   reachablerows::ReachableRows reachable(full.conditions, language);
-  Output out(n);
+  // The room left in the result always holds one code point for each input
+  // code point still to come, so a mapping to one code point is a plain
+  // store; only a longer value checks for room.
+  std::u32string text(n, U'\0');
+  char32_t* next = &text[0];
+  char32_t* limit = next + n;
   // Most code points that are inner keys of the condition tables ("i" and
   // "I" among them) have no row that this walk can reach; the filter lets
   // them pass as plain code points once the rows are gathered.
@@ -78,27 +94,25 @@ String walk(UnicodeTransformationTables const& tables, String const& s,
             ? std::uint32_t{propertyindex::kConditionalCasing}
             : std::uint32_t{0};
     if (record & (propertyindex::kSpecialCasing | conditional)) {
-      std::size_t const still = static_cast<std::size_t>(end - current - 1);
-      if (record & propertyindex::kConditionalCasing) {
-        reachablerows::Value const* value =
-            reachable.apply(begin, end, current);
-        filter = reachable.filter();
-        if (value != nullptr) {
-          out.put(value->text, value->length, still);
-          continue;
+      reachablerows::Value value;
+      bool const answered = rowAnswers(record, begin, end, current, reachable,
+                                       full.special, value);
+      filter = reachable.filter();
+      if (answered) {
+        std::size_t const needed =
+            value.length + static_cast<std::size_t>(end - current - 1);
+        if (needed > static_cast<std::size_t>(limit - next)) {
+          next = makeRoom(text, next, needed);
+          limit = &text[0] + text.size();
         }
-      }
-      if (record & propertyindex::kSpecialCasing) {
-        auto const row = full.special.find(c);
-        if (row != full.special.end()) {
-          out.put(row->second.data(), row->second.length(), still);
-          continue;
-        }
+        next = std::copy(value.text, value.text + value.length, next);
+        continue;
       }
     }
-    out.put(c + static_cast<char32_t>(casedirection::distance<d>(record)));
+    *next++ = c + static_cast<char32_t>(casedirection::distance<d>(record));
   }
-  return out.take();
+  text.resize(static_cast<std::size_t>(next - &text[0]));
+  return String(std::move(text));
 }
 
 }  // namespace casewalk
