@@ -3,6 +3,7 @@
 // key string nor a search of the table.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -56,7 +57,8 @@ class ReachableRows {
     if (!gathered_) gather();
     char32_t const c = *current;
     for (Row const& row : rows_) {
-      if (row.codePoint != c) continue;
+      if (row.codePoint < c) continue;
+      if (row.codePoint > c) break;
       if (holds(row.test, begin, end, current)) return &row.value;
     }
     return nullptr;
@@ -129,11 +131,15 @@ class ReachableRows {
     }
     for (int test = 0; test < 6; ++test)
       if (byTest[test] != nullptr) add(static_cast<Test>(test), *byTest[test]);
+    std::stable_sort(
+        rows_.begin(), rows_.end(),
+        [](Row const& a, Row const& b) { return a.codePoint < b.codePoint; });
   }
 
   ConditionTable const& table_;
   std::string const& language_;
-  // Every reachable row, the rows of one test before those of the next.
+  // Every reachable row, by code point, and the rows of one code point in the
+  // order of the tests.
   std::vector<Row> rows_;
   std::uint64_t filter_ = ~std::uint64_t{0};
   bool gathered_ = false;

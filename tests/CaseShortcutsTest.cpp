@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "case/ReachableRows.h"
 #include "tests/reference/CaseReference.h"
 #include "transform/UnicodeOperations.h"
 #include "transform/UnicodeTransformationTables.h"
@@ -331,14 +332,28 @@ TEST(WalkShortcut, SpecialCasesDeepInsideLongTexts) {
 // The context scans, through the members, on a table made up so that every
 // code point of the palette has a row under every key.
 
+// The value of each row tells which key it stands under; the rows under the
+// language are empty, as a deleting row is.
 ConditionTable everyRowTable(std::string const& language) {
   ConditionTable table;
+  char32_t mark = U'1';
   for (std::string const& key :
        {std::string("Final_Sigma"), language + " After_Soft_Dotted",
         language + " More_Above", language + " Not_Before_Dot",
-        language + " After_I", language})
-    for (char32_t c : kPalette) table[key][c] = String(1, U'*');
+        language + " After_I"}) {
+    for (char32_t c : kPalette) table[key][c] = String(1, mark);
+    ++mark;
+  }
+  for (char32_t c : kPalette) table[language][c] = String();
   return table;
+}
+
+// Texts of the palette, marks of class 220 standing for the rest.
+std::u32string paletteText(std::mt19937& random) {
+  std::u32string s = randomText(random, 16);
+  for (char32_t& c : s)
+    if (kPalette.find(c) == std::u32string::npos) c = U'\u0323';
+  return s;
 }
 
 TEST(ContextScans, EachTestAtEveryPositionIsThePlainScan) {
@@ -349,9 +364,7 @@ TEST(ContextScans, EachTestAtEveryPositionIsThePlainScan) {
   auto& t = gTransformTables;
   auto const& r = reference();
   for (int round = 0; round < 2000; ++round) {
-    std::u32string s = randomText(random, 16);
-    for (char32_t& c : s)
-      if (kPalette.find(c) == std::u32string::npos) c = U'\u0323';
+    std::u32string const s = paletteText(random);
     if (s.empty()) continue;
     char32_t const* begin = s.data();
     char32_t const* end = begin + s.size();
@@ -373,6 +386,37 @@ TEST(ContextScans, EachTestAtEveryPositionIsThePlainScan) {
           elements(got) == elements(want);
       if (!same && ++failures <= 10)
         ADD_FAILURE() << show(s) << " at " << (at - begin);
+    }
+  }
+  EXPECT_EQ(failures, 0);
+}
+
+// The rows a walk reaches, asked for a code point, give the value of the row
+// that the dispatcher applies, on a table where every test has a row.
+TEST(ReachableRows, FirstApplicableRowIsTheDispatchers) {
+  std::mt19937 random(11);
+  int failures = 0;
+  for (std::string const language : {"tr", "", "Final_Sigma"}) {
+    ConditionTable const table = everyRowTable(language);
+    for (int round = 0; round < 2000; ++round) {
+      std::u32string const s = paletteText(random);
+      if (s.empty()) continue;
+      char32_t const* begin = s.data();
+      char32_t const* end = begin + s.size();
+      zelvo::unicode::reachablerows::ReachableRows reachable(table, language);
+      for (char32_t const* at = begin; at != end; ++at) {
+        String want;
+        bool const applies =
+            reference().condition(begin, end, at, language, table, want);
+        auto const* got = reachable.apply(begin, end, at);
+        bool const same =
+            applies == (got != nullptr) &&
+            (got == nullptr ||
+             std::u32string(got->text, got->length) == elements(want));
+        if (!same && ++failures <= 10)
+          ADD_FAILURE() << "\"" << language << "\" " << show(s) << " at "
+                        << (at - begin);
+      }
     }
   }
   EXPECT_EQ(failures, 0);
