@@ -1,5 +1,6 @@
-// Texts of scripts that the corpus lacks, or of one script with no Latin in
-// it, for the benchmarks: a paragraph of each, repeated to some 64 KB.
+// Texts of scripts that the corpus lacks, of one script with no Latin in it,
+// and of Lithuanian with the marks that its casing rows look at, for the
+// benchmarks: a paragraph of each, repeated to some 64 KB.
 #pragma once
 
 #include <string>
@@ -81,8 +82,15 @@ inline std::vector<std::pair<std::string, std::string>> scriptSamples() {
        "关系的精神相对待。すべての人間は、生まれながらにして自由であり、かつ、"
        "尊厳と権利とについて平等である。모든 인간은 태어날 때부터 자유로우며 "
        "그 존엄과 권리에 있어 동등하다。"},
+      {"x-lithuanian-accented",
+       "Visi žmonės gimsta laisvi ir lygūs savo orumu ir teisėmis. Jiems "
+       "suteiktas protas ir sąžinė, ir jie turi elgtis vienas kito atžvilgiu "
+       "kaip broliai. VISUOTINĖ ŽMOGAUS TEISIŲ DEKLARACIJA. ĮSTATYMAS. "
+       "Kaimè Ìlgas Ĩ Íeva: I\u0301r J\u0303uodas Į\u0301vykis, "
+       "I\u0300\u0323 J\u0301\u0301 Į\u0323\u0303. "},
       {"x-emoji",
-       "😀😃😄 👍🏽 👨‍👩‍👧‍👦 ❤️ 🎉🎊 🇹🇷 🇱🇹 ✨🔥💯 🙏🏻 🐢🌊 ☕️ 🏳️‍🌈 "
+       "😀😃😄 👍🏽 👨‍👩‍👧‍👦 ❤️ 🎉🎊 🇹🇷 🇱🇹 ✨🔥💯 🙏🏻 🐢🌊 ☕️ "
+       "🏳️‍🌈 "
        "👩🏾‍💻 "
        "🚀🌍 ⭐️⭐️⭐️ 🤝 😂😂 🥳 "},
   };
