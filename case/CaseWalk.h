@@ -11,6 +11,7 @@
 #include <string>
 #include <utility>
 
+#include "case/AsciiAnswers.h"
 #include "case/CaseDirection.h"
 #include "case/ReachableRows.h"
 #include "transform/PropertyIndex.h"
@@ -86,8 +87,16 @@ String walk(UnicodeTransformationTables const& tables, String const& s,
   // "I" among them) have no row that this walk can reach; the filter lets
   // them pass as plain code points once the rows are gathered.
   std::uint64_t filter = reachable.filter();
+  asciianswers::AsciiAnswers<d> ascii;
   for (contextscans::Position current = begin; current != end; ++current) {
     char32_t const c = *current;
+    if (c < 0x80) {
+      char32_t const answer = ascii.answer(c, reachable);
+      if (answer != ascii.kAsk) {
+        *next++ = answer;
+        continue;
+      }
+    }
     std::uint32_t const record = propertyindex::lookup(c);
     std::uint32_t const conditional =
         (filter >> (c % 64)) & 1

@@ -64,6 +64,22 @@ class ReachableRows {
     return nullptr;
   }
 
+  // Whether c has a reachable row, and if so whether its first row, in the
+  // dispatcher's order, is one of the language's, which applies whatever
+  // stands around c: then that row's value is c's answer everywhere.
+  enum class Reach { kNone, kContextFree, kContext };
+  Reach reach(char32_t c, Value const*& value) {
+    if (!gathered_) gather();
+    for (Row const& row : rows_) {
+      if (row.codePoint < c) continue;
+      if (row.codePoint > c) break;
+      if (row.test != Test::kLanguage) return Reach::kContext;
+      value = &row.value;
+      return Reach::kContextFree;
+    }
+    return Reach::kNone;
+  }
+
   // A filter of the code points that have a reachable row: bit c % 64 is set
   // for each of them, so a clear bit proves that c has none. Every bit is
   // set until the rows are gathered.

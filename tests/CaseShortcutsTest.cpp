@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "case/AsciiAnswers.h"
 #include "case/ReachableRows.h"
 #include "tests/reference/CaseReference.h"
 #include "transform/UnicodeOperations.h"
@@ -417,6 +418,50 @@ TEST(ReachableRows, FirstApplicableRowIsTheDispatchers) {
           ADD_FAILURE() << "\"" << language << "\" " << show(s) << " at "
                         << (at - begin);
       }
+    }
+  }
+  EXPECT_EQ(failures, 0);
+}
+
+// An ASCII code point that a walk answers without asking the rows gets,
+// in every language and whatever stands around it, what the plain walk
+// gives it there.
+TEST(AsciiAnswers, EveryAnswerIsThePlainWalkInAnyContext) {
+  using zelvo::unicode::asciianswers::AsciiAnswers;
+  using zelvo::unicode::casedirection::Direction;
+  int failures = 0;
+  for (std::string const& language : languages()) {
+    zelvo::unicode::reachablerows::ReachableRows upperRows(
+        gTransformTables.toUpperSpecialConditionMap, language);
+    zelvo::unicode::reachablerows::ReachableRows lowerRows(
+        gTransformTables.toLowerSpecialConditionMap, language);
+    AsciiAnswers<Direction::kUpper> upper;
+    AsciiAnswers<Direction::kLower> lower;
+    for (char32_t c = 0; c < 0x80; ++c) {
+      char32_t const upperAnswer = upper.answer(c, upperRows);
+      char32_t const lowerAnswer = lower.answer(c, lowerRows);
+      for (char32_t before : kPalette + U"\u0049")
+        for (char32_t after : {0x0307u, 0x0301u, 0x0041u, 0x03A3u}) {
+          String const around({before, c, after});
+          std::u32string const plainUpper =
+              elements(reference().upperFull(around, language));
+          std::u32string const plainLower =
+              elements(reference().lowerFull(around, language));
+          String const justBefore(1, before);
+          std::size_t const at =
+              reference().upperFull(justBefore, language).size();
+          std::size_t const lowerAt =
+              reference().lowerFull(justBefore, language).size();
+          bool const upperSame =
+              upperAnswer == AsciiAnswers<Direction::kUpper>::kAsk ||
+              plainUpper.substr(at, 1) == std::u32string(1, upperAnswer);
+          bool const lowerSame =
+              lowerAnswer == AsciiAnswers<Direction::kLower>::kAsk ||
+              plainLower.substr(lowerAt, 1) == std::u32string(1, lowerAnswer);
+          if (!(upperSame && lowerSame) && ++failures <= 10)
+            ADD_FAILURE() << "\"" << language << "\" "
+                          << show({before, c, after});
+        }
     }
   }
   EXPECT_EQ(failures, 0);
