@@ -89,10 +89,15 @@ inline std::vector<std::pair<std::string, std::string>> scriptSamples() {
        "Kaimè Ìlgas Ĩ Íeva: I\u0301r J\u0303uodas Į\u0301vykis, "
        "I\u0300\u0323 J\u0301\u0301 Į\u0323\u0303. "},
       {"x-emoji",
-       "😀😃😄 👍🏽 👨‍👩‍👧‍👦 ❤️ 🎉🎊 🇹🇷 🇱🇹 ✨🔥💯 🙏🏻 🐢🌊 ☕️ "
-       "🏳️‍🌈 "
-       "👩🏾‍💻 "
-       "🚀🌍 ⭐️⭐️⭐️ 🤝 😂😂 🥳 "},
+       "\U0001F600\U0001F603\U0001F604 \U0001F44D\U0001F3FD "
+       "\U0001F468\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466 "
+       "\u2764\uFE0F \U0001F389\U0001F38A \U0001F1F9\U0001F1F7 "
+       "\U0001F1F1\U0001F1F9 \u2728\U0001F525\U0001F4AF "
+       "\U0001F64F\U0001F3FB \U0001F422\U0001F30A \u2615\uFE0F "
+       "\U0001F3F3\uFE0F\u200D\U0001F308 "
+       "\U0001F469\U0001F3FE\u200D\U0001F4BB \U0001F680\U0001F30D "
+       "\u2B50\uFE0F\u2B50\uFE0F\u2B50\uFE0F \U0001F91D "
+       "\U0001F602\U0001F602 \U0001F973 "},
   };
   std::vector<std::pair<std::string, std::string>> samples;
   for (auto const& paragraph : paragraphs) {
