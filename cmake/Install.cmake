@@ -67,3 +67,11 @@ install(FILES "${PROJECT_BINARY_DIR}/zelvo-unicode.pc"
 if(TARGET zelvo-unicode)
   install(TARGETS zelvo-unicode RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endif()
+
+# The licence of the library, and the Unicode licence notice that goes with
+# the tables generated from the Unicode Character Database.
+set(ZELVO_UNICODE_INSTALL_DOCDIR "${CMAKE_INSTALL_DATAROOTDIR}/doc/zelvo-unicode")
+install(FILES LICENSE DESTINATION "${ZELVO_UNICODE_INSTALL_DOCDIR}")
+if(EXISTS "${PROJECT_SOURCE_DIR}/LICENSE-UNICODE")
+  install(FILES LICENSE-UNICODE DESTINATION "${ZELVO_UNICODE_INSTALL_DOCDIR}")
+endif()
