@@ -13,14 +13,16 @@ Run from the repository root:
 
 Every input line goes through one parser of `code[..code]; field; ... # comment`
 lines. The run stops with a message on any line it does not understand, on a key
-that occurs twice, and on any row count, first key or last key that differs from
-the numbers of the 7.0.0 data written below, so that wrong input files can never
+that occurs twice, on any row count, first key or last key that differs from
+the numbers of the 7.0.0 data written below, and on an input file whose SHA-256
+is not that of the published 7.0.0 file, so that wrong input files can never
 give a quietly wrong library. The output is deterministic: rows in ascending
 order of code point, one a line, in fixed-width hex, with no dates.
 """
 
 import argparse
 import difflib
+import hashlib
 import os
 import re
 import sys
@@ -36,9 +38,35 @@ DATA_DIR = os.path.dirname(os.path.abspath(__file__))
 # should be cut over more files.
 MAX_FILE_BYTES = 64 * 1024
 
+# The property index is one constant array, not a function of insertions: it
+# costs the compiler little however long it is, and is not cut.
+MAX_INDEX_BYTES = 512 * 1024
+
 # The two large mapping tables are cut by count into this many pieces, and
 # what is left over at the end forms one more piece.
 PIECES = 10
+
+# The SHA-256 of every published 7.0.0 file the generator reads. A file that
+# differs is refused even where every other check would pass it.
+INPUT_SHA256 = {
+    "CaseFolding.txt":
+        "82f3cc8217455f22d294d7df767a62906baf31456ea8902336ae7fee943a2538",
+    "CompositionExclusions.txt":
+        "8be553529f7dd22e3e0ffa25eb3f1743f5243bbfe868559be73bf3a163c21913",
+    "DerivedCoreProperties.txt":
+        "f2ff892add5e6624cee8300c297373216df7f1a596c6e74510afe5e8b96c8d91",
+    "DerivedNormalizationProps.txt":
+        "656aa2c6996a049e84c6d38676bc73c3245c808869d64073b812690ae475d534",
+    "PropList.txt":
+        "0df343d93293f14e9ff0b0a721d8b8e6c23c86dbad7be18d362d6bf1281590d9",
+    "SpecialCasing.txt":
+        "35496d45fc8babd8deb866491ea82ff7b3d2d49ad4c9c656685cd14833101e25",
+    "UnicodeData.txt":
+        "bfa3da58ea982199829e1107ac5a9a544b83100470a2d0cc28fb50ec234cb840",
+}
+
+# The licence of the Unicode data, which goes with every copy of the tables.
+DATA_LICENSE = "LICENSE-UNICODE"
 
 
 class DataError(Exception):
@@ -278,6 +306,23 @@ def read_composition_exclusions(ucd_dir):
         add_unique(codes, single_code(record), True, record,
                    "CompositionExclusions.txt")
     return sorted(codes)
+
+
+def digest_mismatches(ucd_dir):
+    """The input files whose SHA-256 is not that of the 7.0.0 file, with a
+    line each that says so. A file that cannot be read is left to the reader
+    of that file, which says so in its own words."""
+    problems = []
+    for name, expected in sorted(INPUT_SHA256.items()):
+        try:
+            with open(os.path.join(ucd_dir, name), "rb") as f:
+                actual = hashlib.sha256(f.read()).hexdigest()
+        except OSError:
+            continue
+        if actual != expected:
+            problems.append(f"{name}: SHA-256 {actual}, expected {expected} "
+                            f"(the published Unicode {VERSION} file)")
+    return problems
 
 
 # ---------------------------------------------------------------------------
@@ -583,6 +628,161 @@ def cut_into_pieces(keys, name, pieces, piece_rows, last_piece_rows, first,
 
 
 # ---------------------------------------------------------------------------
+# The property index: for every code point, one 32-bit record of what the
+# tables hold for it, in a two-stage table (a block number for every 128 code
+# points, and the distinct blocks of records). transform/PropertyIndex.h
+# declares it and says what each bit means; the two must agree.
+
+CODE_POINTS = 0x110000
+BLOCK_SHIFT = 7
+BLOCK_SIZE = 1 << BLOCK_SHIFT
+
+# Bits 0-7: the combining class. Bits 8-15: the row of the case distances.
+CASE_SHIFT = 8
+# Bits 16-31, in the order of the enumeration of transform/PropertyIndex.h.
+INDEX_FLAGS = [
+    "kCanonicalDecomposition", "kCompatDecomposition",
+    "kNfdNo", "kNfcNo", "kNfcMaybe", "kNfkdNo", "kNfkcNo", "kNfkcMaybe",
+    "kComposesFirst", "kComposesSecond", "kAssigned",
+    "kSpecialCasing", "kConditionalCasing",
+    "kCased", "kCaseIgnorable", "kSoftDotted",
+]
+FLAG_BIT = {name: 1 << (16 + i) for i, name in enumerate(INDEX_FLAGS)}
+
+
+def composition_pairs(tables):
+    """The pairs of compositionMap, as the constructor builds them from the
+    one-level canonical mappings: two elements, a starter composite with a
+    starter first element, and no exclusion."""
+    weights = tables["initWeightMap"].rows
+    excluded = set(tables["initCompositionExclusions"].rows)
+    return {key: value for key, value
+            in tables["initDecomposition"].rows.items()
+            if len(value) == 2 and key not in weights and
+            value[0] not in weights and key not in excluded}
+
+
+def case_distances(tables, c):
+    """(upper, lower, title, fold) distances of the simple mappings of c; 0
+    where the table has no row, or a row to c itself."""
+    upper = tables["initToUpper"].rows.get(c, c)
+    lower = tables["initToLower"].rows.get(c, c)
+    title = tables["initToTitle"].rows.get(c, c)
+    fold = tables["initCCaseFolding"].rows.get(
+        c, tables["initSCaseFolding"].rows.get(c, c))
+    return (upper - c, lower - c, title - c, fold - c)
+
+
+def build_property_index(tables):
+    """Returns (records, distance rows), a record for every code point up to
+    U+10FFFF and the distinct distance rows, row 0 being no mapping."""
+    records = [0] * CODE_POINTS
+
+    def flag_ranges(ranges, flag):
+        for first, last in ranges:
+            for c in range(first, last + 1):
+                records[c] |= FLAG_BIT[flag]
+
+    def flag_codes(codes, flag):
+        for c in codes:
+            records[c] |= FLAG_BIT[flag]
+
+    for c, weight in tables["initWeightMap"].rows.items():
+        check(0 < weight < 256, f"U+{c:04X}: class {weight} needs more than "
+                                f"eight bits")
+        records[c] |= weight
+
+    distances = {(0, 0, 0, 0): 0}
+    mapped = set()
+    for name in ("initToUpper", "initToLower", "initToTitle",
+                 "initCCaseFolding", "initSCaseFolding"):
+        mapped.update(tables[name].rows)
+    for c in sorted(mapped):
+        row = distances.setdefault(case_distances(tables, c), len(distances))
+        records[c] |= row << CASE_SHIFT
+    check(len(distances) <= 256, f"{len(distances)} rows of case distances "
+                                 f"need more than eight bits")
+
+    flag_codes(tables["initDecomposition"].rows, "kCanonicalDecomposition")
+    flag_codes(tables["initCompatibiltyDecomposition"].rows,
+               "kCompatDecomposition")
+    for table, flag in (("initNFD_QC_NoRanges", "kNfdNo"),
+                        ("initNFC_QC_NoRanges", "kNfcNo"),
+                        ("initNFC_QC_MaybeRanges", "kNfcMaybe"),
+                        ("initNFKD_QC_NoRanges", "kNfkdNo"),
+                        ("initNFKC_QC_NoRanges", "kNfkcNo"),
+                        ("initNFKC_QC_MaybeRanges", "kNfkcMaybe"),
+                        ("initValidRanges", "kAssigned"),
+                        ("initCased", "kCased"),
+                        ("initCaseIgnorable", "kCaseIgnorable"),
+                        ("initSoftDotted", "kSoftDotted")):
+        flag_ranges(tables[table].rows, flag)
+    pairs = composition_pairs(tables)
+    check(len(pairs) == 940,
+          f"compositionMap: {len(pairs)} pairs, expected 940")
+    flag_codes({first for first, _ in pairs.values()}, "kComposesFirst")
+    flag_codes({second for _, second in pairs.values()}, "kComposesSecond")
+    flag_codes(tables["initToUpperSpecial"].rows, "kSpecialCasing")
+    flag_codes({code for _, code in tables["initToUpperSpecialCondition"].rows},
+               "kConditionalCasing")
+    rows = sorted(distances, key=distances.get)
+    return records, rows
+
+
+def two_stage(records, what):
+    """(block of every BLOCK_SIZE code points, distinct blocks in order of
+    first use): the first stage fits a byte, or the run stops."""
+    block_of, blocks, numbers = [], [], {}
+    for start in range(0, len(records), BLOCK_SIZE):
+        block = tuple(records[start:start + BLOCK_SIZE])
+        if block not in numbers:
+            numbers[block] = len(blocks)
+            blocks.append((start, block))
+        block_of.append(numbers[block])
+    check(len(blocks) <= 256, f"{what}: {len(blocks)} distinct blocks do not "
+                              f"fit the byte of the first stage")
+    return block_of, blocks
+
+
+def property_index_source(tables):
+    records, rows = build_property_index(tables)
+    block_of, blocks = two_stage(records, "the property index")
+    size = len(block_of) + len(blocks) * BLOCK_SIZE * 4 + len(rows) * 16
+    parts = [stamp(ALL_INPUTS),
+             "// The property index of transform/PropertyIndex.h: "
+             f"{len(blocks)} distinct blocks of\n// {BLOCK_SIZE} records, "
+             f"{len(rows)} rows of case distances, {size} bytes in all.\n\n",
+             '#include "transform/PropertyIndex.h"\n\n',
+             "namespace zelvo {\nnamespace unicode {\n"
+             "namespace propertyindex {\n\n",
+             "// Upper, lower, title and folding distance of each row; the "
+             "first code point\n// that has the row.\n",
+             "const CaseDistances kCaseDistances[] = {\n"]
+    first_of_row = {}
+    for c in range(CODE_POINTS):
+        first_of_row.setdefault((records[c] >> CASE_SHIFT) & 0xFF, c)
+    for number, row in enumerate(rows):
+        parts.append(f"    {{{row[0]}, {row[1]}, {row[2]}, {row[3]}}},"
+                     f"  // {number}: U+{first_of_row[number]:04X}\n")
+    parts.append("};\n\n// The block of every 128 code points, 16 a line.\n"
+                 f"const std::uint8_t kBlockOf[{len(block_of)}] = {{\n")
+    for start in range(0, len(block_of), 16):
+        line = ", ".join(f"{b:3d}" for b in block_of[start:start + 16])
+        parts.append(f"    {line},  // U+{start * BLOCK_SIZE:04X}\n")
+    parts.append("};\n\n// The distinct blocks, 8 records a line.\n"
+                 f"const std::uint32_t kBlocks[][{BLOCK_SIZE}] = {{\n")
+    for number, (start, block) in enumerate(blocks):
+        parts.append(f"    // {number}: first at U+{start:04X}\n    {{\n")
+        for i in range(0, BLOCK_SIZE, 8):
+            line = ", ".join(f"0x{r:08X}" for r in block[i:i + 8])
+            parts.append(f"        {line},\n")
+        parts.append("    },\n")
+    parts.append("};\n\n}  // namespace propertyindex\n"
+                 "}  // namespace unicode\n}  // namespace zelvo\n")
+    return "".join(parts)
+
+
+# ---------------------------------------------------------------------------
 # The C++ text.
 
 MAP_CHAR = "std::map<char32_t, char32_t>& m"
@@ -656,7 +856,9 @@ def row_lines(table, keys=None):
 
 def stamp(inputs, comment_mark="//"):
     return (f"{comment_mark} Generated by {SCRIPT} from "
-            f"{', '.join(inputs)} of Unicode {VERSION}. Do not edit.\n")
+            f"{', '.join(inputs)} of Unicode {VERSION}. Do not edit.\n"
+            f"{comment_mark} Unicode data, under the Unicode License v3: see "
+            f"{DATA_LICENSE}.\n")
 
 
 class Output:
@@ -665,13 +867,12 @@ class Output:
     def __init__(self):
         self.files = {}
 
-    def add(self, name, text):
+    def add(self, name, text, limit=MAX_FILE_BYTES):
         if name in self.files:
             raise AssertionError(f"{name} written twice")
-        if len(text.encode()) > MAX_FILE_BYTES:
+        if len(text.encode()) > limit:
             raise DataError(f"{name} would be {len(text.encode())} bytes, "
-                            f"above {MAX_FILE_BYTES}: cut its table over "
-                            f"more files")
+                            f"above {limit}: cut its table over more files")
         self.files[name] = text
 
 
@@ -836,6 +1037,8 @@ def generate(ucd_dir):
         [f"  softDottedRanges.push_back({{{hexcode(a)}, {hexcode(b)}}});"
          for a, b in tables["initSoftDotted"].rows]))
 
+    out.add("PropertyIndex.cpp", property_index_source(tables),
+            MAX_INDEX_BYTES)
     out.add("Fillers.h", fillers_header(pieces))
     out.add("Sources.cmake", sources_cmake(out.files))
     return out.files
@@ -924,10 +1127,20 @@ def main(argv=None):
     if (args.ucd_dir is None) == (args.check is None):
         parser.error("give the data folder either as UCD_DIR or after --check")
     ucd_dir = args.check or args.ucd_dir
+    # The digests are compared first but reported last, so that a file that
+    # the parser or the row checks refuse is refused in their words.
+    mismatches = digest_mismatches(ucd_dir)
+    problems = []
     try:
         files = generate(ucd_dir)
     except DataError as e:
-        print(f"generate.py: {e}", file=sys.stderr)
+        problems.append(str(e))
+    if mismatches:
+        problems.append("input files differ from the published ones:\n  " +
+                        "\n  ".join(mismatches))
+    if problems:
+        for problem in problems:
+            print(f"generate.py: {problem}", file=sys.stderr)
         print("generate.py: nothing was written.", file=sys.stderr)
         return 1
     if args.check:
