@@ -8,6 +8,12 @@
 #include "string/String.h"
 #include "transform/UnicodeTransformationTables.h"
 
+/// @file
+/// The free functions take any 32-bit values and report no error: a code
+/// point without data (unassigned, a surrogate, a value above 0x10FFFF) maps
+/// to itself. The only exception is `std::bad_alloc`, and the argument is
+/// then as it was. All data is that of Unicode 7.0.0.
+
 namespace zelvo {
 namespace unicode {
 
@@ -15,12 +21,6 @@ namespace unicode {
 /// from then on, so the functions here may be called from any number of
 /// threads at once. Hosts call the functions; this object is their data.
 extern UnicodeTransformationTables gTransformTables;
-
-/// @file
-/// The functions here take any 32-bit values and report no error: a code
-/// point without data (unassigned, a surrogate, a value above 0x10FFFF) maps
-/// to itself. The only exception is `std::bad_alloc`, and the argument is
-/// then as it was. All data is that of Unicode 7.0.0.
 
 /// Whether `s` is in NFD, by the quick check, building no string. Stricter
 /// than the standard's check: a code point below U+00C0 does not reset the
