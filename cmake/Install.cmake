@@ -1,6 +1,7 @@
 # Installation: the shared library, its public headers under an include
 # folder of the library's own, the CMake package ZelvoUnicode with the
-# target zelvo::unicode, a pkg-config file, and the tool.
+# target zelvo::unicode, a pkg-config file, and the tool with its manual
+# page.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -66,12 +67,11 @@ install(FILES "${PROJECT_BINARY_DIR}/zelvo-unicode.pc"
 
 if(TARGET zelvo-unicode)
   install(TARGETS zelvo-unicode RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(FILES tools/zelvo-unicode.1
+    DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
 endif()
 
 # The licence of the library, and the Unicode licence notice that goes with
 # the tables generated from the Unicode Character Database.
-set(ZELVO_UNICODE_INSTALL_DOCDIR "${CMAKE_INSTALL_DATAROOTDIR}/doc/zelvo-unicode")
-install(FILES LICENSE DESTINATION "${ZELVO_UNICODE_INSTALL_DOCDIR}")
-if(EXISTS "${PROJECT_SOURCE_DIR}/LICENSE-UNICODE")
-  install(FILES LICENSE-UNICODE DESTINATION "${ZELVO_UNICODE_INSTALL_DOCDIR}")
-endif()
+install(FILES LICENSE LICENSE-UNICODE
+  DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/zelvo-unicode")
