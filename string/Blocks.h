@@ -54,15 +54,14 @@ void convertByChunks(const In* p, const In* const end, Target& out,
 // Decodes [p, end) into a new string, built apart from any object so that
 // a failure of any allocation leaves the caller's object as it was.
 // codePoints is the exact number of code points the input gives: the result
-// is sized to it once and written in place, so its capacity fits with no
-// copy. The kernel runs as in convertChunk; the last code points, fewer than
-// room, go one step at a time.
+// is made of that size once and written in place. The kernel runs as in
+// convertChunk; the last code points, fewer than room, go one step at a time.
 //
-// Where the string's own rounding still leaves spare capacity (in its
-// smallest sizes), the result is fitted by a copy rather than by
-// shrink_to_fit, which is only a request and may swallow a failed
-// allocation: this way the capacity always fits, and a failure throws
-// before anything is installed.
+// The sized constructor gives the capacity that shrink_to_fit would give
+// that many code points, on libstdc++ and libc++ alike (resize does not:
+// libstdc++ rounds its smallest sizes up to twice its short buffer), so the
+// result fits with one allocation and no copy. ConversionAllocationFailureTest
+// holds it to shrink_to_fit at every small size.
 //
 // Everything is inlined into it, so that the string's zero fill of the new
 // size is seen to be a fill with zero and becomes the library's memset.
@@ -70,17 +69,12 @@ template <typename In, typename Kernel, typename Step>
 __attribute__((flatten)) std::u32string decodeApart(
     const In* p, const In* const end, std::size_t codePoints, Kernel kernel,
     Step step, std::ptrdiff_t stepSpan, std::ptrdiff_t room) {
-  std::u32string decoded;
-  decoded.resize(codePoints);
+  std::u32string decoded(codePoints, U'\0');
   if (codePoints != 0) {
     char32_t* o = &decoded[0];
     char32_t* const oEnd = o + codePoints;
     convertChunk(p, end, o, oEnd, kernel, step, stepSpan, room);
     while (p != end && o != oEnd) p = step(p, end, o);
-  }
-  if (decoded.capacity() > decoded.size()) {
-    std::u32string fitted(decoded.begin(), decoded.end());
-    decoded.swap(fitted);
   }
   return decoded;
 }

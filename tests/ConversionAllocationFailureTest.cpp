@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "StandardCapacity.h"
 #include "string/String.h"
 
 namespace {
@@ -292,15 +293,20 @@ TEST(EncodingUnderFailure, ToWStringLeaksNothing) {
 
 // The decoders count the code points first and write them straight into a
 // result of exactly that size: one allocation, which fits, and no staging.
+// What fits is the standard library's to say: the allocation is the one it
+// makes for a string of that size, and the capacity the one that reserving
+// for the input, filling and shrinking to fit leave (libc++ rounds both up).
+std::vector<size_t> fittedAllocation(size_t size) {
+  return allocationsOf([&] { std::u32string fitted(size, U'x'); });
+}
+
 TEST(ConversionAllocations, Utf8DecoderAllocatesOnlyTheFittedResult) {
   const std::string input = mixedUtf8(100) + wellFormedUtf8(40);
   String s;
   const std::vector<size_t> sizes =
       allocationsOf([&] { s.fromUTF8String(input); });
-  ASSERT_EQ(sizes.size(), 1u);
-  EXPECT_GE(sizes[0], s.size() * sizeof(char32_t));
-  EXPECT_LT(sizes[0], (s.size() + 4) * sizeof(char32_t));
-  EXPECT_EQ(s.capacity(), s.size());
+  EXPECT_EQ(sizes, fittedAllocation(s.size()));
+  EXPECT_EQ(s.capacity(), fittedCapacity(input.size(), s.size()));
 }
 
 TEST(ConversionAllocations, Utf16DecoderAllocatesOnlyTheFittedResult) {
@@ -308,10 +314,19 @@ TEST(ConversionAllocations, Utf16DecoderAllocatesOnlyTheFittedResult) {
   String s;
   const std::vector<size_t> sizes =
       allocationsOf([&] { s.fromUTF16String(input); });
-  ASSERT_EQ(sizes.size(), 1u);
-  EXPECT_GE(sizes[0], s.size() * sizeof(char32_t));
-  EXPECT_LT(sizes[0], (s.size() + 4) * sizeof(char32_t));
-  EXPECT_EQ(s.capacity(), s.size());
+  EXPECT_EQ(sizes, fittedAllocation(s.size()));
+  EXPECT_EQ(s.capacity(), fittedCapacity(input.size(), s.size()));
+}
+
+// Every small size and every rounding class of the standard library, short
+// strings included: the decoded capacity is the one shrink_to_fit gives.
+TEST(ConversionAllocations, DecodersFitTheirResultAtEverySize) {
+  for (size_t n = 0; n <= 70; ++n) {
+    const String fromUtf8(std::string(n, 'a'));
+    const String fromUtf16(std::u16string(n, u'a'));
+    EXPECT_EQ(fromUtf8.capacity(), fittedCapacity(n, n)) << n;
+    EXPECT_EQ(fromUtf16.capacity(), fittedCapacity(n, n)) << n;
+  }
 }
 
 // The encoders stage on the stack: what they allocate is their result,
