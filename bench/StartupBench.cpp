@@ -5,7 +5,11 @@
 // spread of each, with its resident memory and page faults, and the load of
 // the library and of ICU above the empty program.
 //
-//   StartupBench [runs]      (default 51 runs of each program)
+//   StartupBench [runs [label=program ...]]
+//
+// 51 runs of each program by default. Further programs join the round, such
+// as the same one linked to an earlier build of the library, for a before
+// and after measured in one run.
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -14,6 +18,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -63,7 +68,7 @@ double quantile(std::vector<double> values, double q) {
 int main(int argc, char** argv) {
   const int runs = argc > 1 ? std::atoi(argv[1]) : 51;
   if (runs < 1) {
-    std::fprintf(stderr, "usage: StartupBench [runs]\n");
+    std::fprintf(stderr, "usage: StartupBench [runs [label=program ...]]\n");
     return 2;
   }
   std::vector<Program> programs = {
@@ -73,6 +78,15 @@ int main(int argc, char** argv) {
     {"ICU, same features", ZELVO_STARTUP_ICU, {}, {}, {}},
 #endif
   };
+  for (int k = 2; k < argc; ++k) {
+    char* const split = std::strchr(argv[k], '=');
+    if (split == nullptr) {
+      std::fprintf(stderr, "StartupBench: %s is not label=program\n", argv[k]);
+      return 2;
+    }
+    *split = '\0';
+    programs.push_back({argv[k], split + 1, {}, {}, {}});
+  }
   // A few unrecorded rounds first, so that every file is in the page cache.
   for (int round = -3; round < runs; ++round) {
     for (Program& program : programs) {
