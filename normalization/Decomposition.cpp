@@ -8,6 +8,7 @@
 #include "normalization/DataSources.h"
 #include "normalization/Forms.h"
 #include "normalization/IndexDecomposition.h"
+#include "normalization/LoadCompatibility.h"
 #include "normalization/WrittenThresholds.h"
 #include "transform/NormalizationData.h"
 #include "transform/UnicodeTransformationTables.h"
@@ -60,6 +61,12 @@ String pooled(normalizationdata::Expansion expansion) {
   return String(std::u32string(expansion.data, expansion.length));
 }
 
+// The full compatibility decomposition of c, a key of
+// rawCompatDecompositionMap.
+String pooledCompatibility(char32_t c) {
+  return pooled(normalizationdata::compatibility(normalizationdata::record(c)));
+}
+
 }  // namespace
 
 // The full decompositions of both maps stand expanded in the generated pool
@@ -89,12 +96,19 @@ String UnicodeTransformationTables::expandCompat(char32_t const& c) {
 void UnicodeTransformationTables::initCompatDecomp() {
   zelvo_private::unicode::initCompatibiltyDecomposition(
       rawCompatDecompositionMap);
-  for (const auto& entry : rawCompatDecompositionMap) {
-    const std::uint32_t record = normalizationdata::record(entry.first);
-    compatDecompositionMap.emplace_hint(
-        compatDecompositionMap.end(), entry.first,
-        pooled(normalizationdata::compatibility(record)));
-  }
+  for (const auto& entry : rawCompatDecompositionMap)
+    compatDecompositionMap.emplace_hint(compatDecompositionMap.end(),
+                                        entry.first,
+                                        pooledCompatibility(entry.first));
+}
+
+void loadCompatibilityDecompositions(UnicodeTransformationTables& tables) {
+  auto& raw = tables.rawCompatDecompositionMap;
+  zelvo_private::unicode::initCompatibiltyDecomposition(raw);
+  for (auto entry = raw.begin(); entry != raw.end(); entry = raw.erase(entry))
+    tables.compatDecompositionMap.emplace_hint(
+        tables.compatDecompositionMap.end(), entry->first,
+        pooledCompatibility(entry->first));
 }
 
 String UnicodeTransformationTables::toNFD(String const& s) {

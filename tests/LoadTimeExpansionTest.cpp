@@ -87,6 +87,20 @@ TEST(LoadTimeExpansion,
   EXPECT_EQ(gTransformTables.compatDecompositionMap, expected);
 }
 
+// The constructor gives the raw rows back one by one as it goes; the method
+// on its own keeps them, and fills the same full rows.
+TEST(LoadTimeExpansion, InitCompatDecompKeepsTheRawRowsTheConstructorEmpties) {
+  EXPECT_TRUE(gTransformTables.rawCompatDecompositionMap.empty());
+  auto scratch = std::make_unique<UnicodeTransformationTables>();
+  scratch->compatDecompositionMap.clear();
+  scratch->initCompatDecomp();
+  RawCompat raw;
+  data::initCompatibiltyDecomposition(raw);
+  EXPECT_EQ(scratch->rawCompatDecompositionMap, raw);
+  EXPECT_EQ(scratch->compatDecompositionMap,
+            gTransformTables.compatDecompositionMap);
+}
+
 TEST(LoadTimeExpansion, CompositionMapIsTheSelectionOfTwoElementRawRows) {
   RawCanonical raw;
   data::initDecomposition(raw);

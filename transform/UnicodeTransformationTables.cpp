@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "normalization/LoadCompatibility.h"
 #include "transform/data/Fillers.h"
 
 namespace zelvo {
@@ -37,8 +38,9 @@ bool rangeContains(const RangeList& ranges, char32_t c) {
 // All three stand worked out in the generated normalization data, which
 // LoadTimeExpansionTest holds to that derivation from the raw rows, so the
 // load copies them instead of working them out again. The raw rows are
-// therefore given back as soon as their fillers have run: the tables filled
-// after them reuse that memory, and the load needs fewer fresh pages.
+// therefore given back as soon as their fillers have run (the compatibility
+// rows one by one, as their full rows are made): the tables filled after
+// them reuse that memory, and the load needs fewer fresh pages.
 UnicodeTransformationTables::UnicodeTransformationTables()
     : LBase(0x1100),
       VBase(0x1161),
@@ -77,8 +79,7 @@ UnicodeTransformationTables::UnicodeTransformationTables()
   // Decompositions, canonical first. Each map stays a valid empty map.
   initDecomp();
   rawDecompositionMap.clear();
-  initCompatDecomp();
-  rawCompatDecompositionMap.clear();
+  loadCompatibilityDecompositions(*this);  // initCompatDecomp, then emptied
 
   // Simple mappings and folding, in this order.
   data::initToUpper(toUpperMap);
