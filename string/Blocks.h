@@ -1,7 +1,7 @@
-// What the UTF-8 and UTF-16 converters of String share: decoders that write
-// their exactly counted result in place, encoders that stage chunks on the
-// stack and append them, and in both the block kernels taking what they can
-// and the written steps the rest.
+// What the UTF-8 and UTF-16 converters of String share: both directions
+// stage chunks on the stack and append them, the decoders to a result
+// reserved to its exact count, and in both the block kernels take what they
+// can and the written steps the rest.
 #pragma once
 
 #include <cstddef>
@@ -51,37 +51,47 @@ void convertByChunks(const In* p, const In* const end, Target& out,
   }
 }
 
-// Decodes [p, end) into a new string, built apart from any object so that
-// a failure of any allocation leaves the caller's object as it was.
-// codePoints is the exact number of code points the input gives: the result
-// is sized to it once and written in place, so its capacity fits with no
-// copy. The kernel runs as in convertChunk; the last code points, fewer than
-// room, go one step at a time.
-//
-// Where the string's own rounding still leaves spare capacity (in its
-// smallest sizes), the result is fitted by a copy rather than by
-// shrink_to_fit, which is only a request and may swallow a failed
-// allocation: this way the capacity always fits, and a failure throws
-// before anything is installed.
-//
-// Everything is inlined into it, so that the string's zero fill of the new
-// size is seen to be a fill with zero and becomes the library's memset.
-template <typename In, typename Kernel, typename Step>
-__attribute__((flatten)) std::u32string decodeApart(
-    const In* p, const In* const end, std::size_t codePoints, Kernel kernel,
-    Step step, std::ptrdiff_t stepSpan, std::ptrdiff_t room) {
+// Decodes [p, end) into a new string, built apart from any object so that a
+// failure of any allocation leaves the caller's object as it was. The code
+// points are staged kStaging at a time in a buffer on the stack, which stays
+// in the first-level cache, and appended in blocks: the result is written
+// once, with no fill before it. Its capacity is the one the standard string
+// gives a new string of exactly its content. A result that the first chunk
+// holds whole is made from the staging buffer. A longer one is reserved from
+// empty to bound(p, end), no fewer than the code points to come and exactly
+// as many in well-formed text, and the standard libraries we build with give
+// a reserve from empty just the capacity of a new string of that length
+// (ConversionCapacityTest checks both); where malformed input falls short of
+// the bound, the result is fitted by a copy. Input too short to fill the
+// staging buffer is not bounded at all. The kernel and the steps run as in
+// convertChunk.
+template <std::size_t kStaging, typename In, typename Bound, typename Kernel,
+          typename Step>
+std::u32string decodeApart(const In* p, const In* const end, Bound bound,
+                           Kernel kernel, Step step, std::ptrdiff_t stepSpan,
+                           std::ptrdiff_t room) {
+  // A first chunk that stops for lack of room has written more than
+  // kStaging - room code points, room being 64 at most: enough that a
+  // reserve from empty is exact.
+  static_assert(kStaging >= 128, "the staging holds two kernel blocks");
+  char32_t staging[kStaging];
+  // Each unit of input gives at most one code point.
+  const bool fitsOneChunk =
+      end - p <= static_cast<std::ptrdiff_t>(kStaging) - room;
+  const std::size_t most = fitsOneChunk ? 0 : bound(p, end);
+  char32_t* o = staging;
+  convertChunk(p, end, o, staging + kStaging, kernel, step, stepSpan, room);
+  if (p == end)
+    return std::u32string(staging, static_cast<std::size_t>(o - staging));
   std::u32string decoded;
-  decoded.resize(codePoints);
-  if (codePoints != 0) {
-    char32_t* o = &decoded[0];
-    char32_t* const oEnd = o + codePoints;
-    convertChunk(p, end, o, oEnd, kernel, step, stepSpan, room);
-    while (p != end && o != oEnd) p = step(p, end, o);
+  decoded.reserve(most);
+  for (;;) {
+    decoded.append(staging, static_cast<std::size_t>(o - staging));
+    if (p == end) break;
+    o = staging;
+    convertChunk(p, end, o, staging + kStaging, kernel, step, stepSpan, room);
   }
-  if (decoded.capacity() > decoded.size()) {
-    std::u32string fitted(decoded.begin(), decoded.end());
-    decoded.swap(fitted);
-  }
+  if (decoded.size() != most) return std::u32string(decoded);
   return decoded;
 }
 

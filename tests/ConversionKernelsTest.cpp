@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "string/Staging.h"
 #include "tests/CorpusTexts.h"
 #include "tests/reference/Utf16Reference.h"
 #include "tests/reference/Utf8Reference.h"
@@ -59,16 +60,25 @@ std::string hexBytes(const std::string& s) {
   return out;
 }
 
+// The decoders' staging: String's, and the least that they allow.
+constexpr std::size_t kStringStaging = zelvo::unicode::kDecodeStaging;
+constexpr std::size_t kLeastStaging = 128;
+
 class KernelSet : public ::testing::TestWithParam<const ConversionKernels*> {
  protected:
   const ConversionKernels& set() const { return *GetParam(); }
 
-  // Decodes through the set and checks the result and the exact count
-  // against the reference; returns false on the first miss.
+  // Decodes through the set, staging as little as the decoders allow and
+  // as much as String does, and checks the results and the bound against
+  // the reference; returns false on the first miss.
   bool decodesAsReference(const std::string& in) {
     const std::u32string expected = zelvo_reference::decodeUtf8(in);
-    const zelvo_kernels::Decoded d = decodeUtf8With(set(), in);
-    if (d.elements == expected && d.counted == expected.size()) return true;
+    const zelvo_kernels::Decoded d = decodeUtf8With<kStringStaging>(set(), in);
+    if (d.elements == expected &&
+        d.bound == zelvo_reference::nonContinuationBytes(in) &&
+        d.bound >= expected.size() &&
+        decodeUtf8With<kLeastStaging>(set(), in).elements == expected)
+      return true;
     ADD_FAILURE() << set().name << ": " << in.size()
                   << " bytes: " << hexBytes(in);
     return false;
@@ -76,8 +86,12 @@ class KernelSet : public ::testing::TestWithParam<const ConversionKernels*> {
 
   bool decodesAsReference(const std::u16string& in) {
     const std::u32string expected = zelvo_reference::decodeUtf16(in);
-    const zelvo_kernels::Decoded d = decodeUtf16With(set(), in);
-    if (d.elements == expected && d.counted == expected.size()) return true;
+    const zelvo_kernels::Decoded d = decodeUtf16With<kStringStaging>(set(), in);
+    if (d.elements == expected &&
+        d.bound == zelvo_reference::unitsLessPairedLows(in) &&
+        d.bound >= expected.size() &&
+        decodeUtf16With<kLeastStaging>(set(), in).elements == expected)
+      return true;
     ADD_FAILURE() << set().name << ": " << in.size() << " units";
     return false;
   }
@@ -87,10 +101,11 @@ class KernelSet : public ::testing::TestWithParam<const ConversionKernels*> {
   bool encodesAsReference(const std::u32string& in) {
     const std::string utf8 = zelvo_reference::encodeUtf8(in);
     const std::u16string utf16 = zelvo_reference::encodeUtf16(in);
-    if (encodeUtf8With<8192>(set(), in) == utf8 &&
+    if (encodeUtf8With<zelvo::unicode::kUtf8EncodeStaging>(set(), in) == utf8 &&
         encodeUtf8With<64>(set(), in) == utf8 &&
-        encodeUtf16With<4096>(set(), in) == utf16 &&
-        encodeUtf16With<16>(set(), in) == utf16)
+        encodeUtf16With<zelvo::unicode::kUtf16EncodeStaging>(set(), in) ==
+            utf16 &&
+        encodeUtf16With<32>(set(), in) == utf16)
       return true;
     ADD_FAILURE() << set().name << ": " << in.size() << " elements";
     return false;

@@ -31,30 +31,31 @@ constexpr std::size_t kGuardPlaces = 80;
 
 struct Decoded {
   std::u32string elements;  // the result
-  std::size_t counted;      // the set's exact count
+  std::size_t bound;        // the set's bound of it
 };
 
-// Decodes as String does, with the given set.
-inline Decoded decodeUtf8With(const ConversionKernels& set,
-                              const std::string& in) {
+// Decodes as String does, with the given set; the staging sizes go from as
+// small as the decoders allow, which puts flush points everywhere, to
+// String's own.
+template <std::size_t kStaging>
+Decoded decodeUtf8With(const ConversionKernels& set, const std::string& in) {
   const auto* p = reinterpret_cast<const unsigned char*>(in.data());
   const unsigned char* end = p + in.size();
-  const std::size_t counted = set.countUtf8(p, end);
-  return {zelvo::unicode::decodeApart(p, end, counted, set.decodeUtf8,
-                                      zelvo::unicode::kernels::decodeUtf8Step,
-                                      64, 64),
-          counted};
+  return {zelvo::unicode::decodeApart<kStaging>(
+              p, end, set.boundUtf8, set.decodeUtf8,
+              zelvo::unicode::kernels::decodeUtf8Step, 64, 64),
+          set.boundUtf8(p, end)};
 }
 
-inline Decoded decodeUtf16With(const ConversionKernels& set,
-                               const std::u16string& in) {
+template <std::size_t kStaging>
+Decoded decodeUtf16With(const ConversionKernels& set,
+                        const std::u16string& in) {
   const char16_t* p = in.data();
   const char16_t* end = p + in.size();
-  const std::size_t counted = set.countUtf16(p, end);
-  return {zelvo::unicode::decodeApart(p, end, counted, set.decodeUtf16,
-                                      zelvo::unicode::kernels::decodeUtf16Step,
-                                      16, 16),
-          counted};
+  return {zelvo::unicode::decodeApart<kStaging>(
+              p, end, set.boundUtf16, set.decodeUtf16,
+              zelvo::unicode::kernels::decodeUtf16Step, 16, 16),
+          set.boundUtf16(p, end)};
 }
 
 inline const char32_t* encodeUtf8Step(const char32_t* p, const char32_t*,
@@ -88,7 +89,7 @@ std::u16string encodeUtf16With(const ConversionKernels& set,
   std::u16string out;
   zelvo::unicode::convertByChunks<kStaging, char16_t>(
       in.data(), in.data() + in.size(), out, set.encodeUtf16, encodeUtf16Step,
-      8, 16);
+      8, 32);
   return out;
 }
 
