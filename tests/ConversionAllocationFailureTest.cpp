@@ -206,6 +206,17 @@ TEST(Utf8DecodingUnderFailure, WellFormedInputKeepsTheOldContent) {
                                        &String::fromUTF8String);
 }
 
+TEST(Utf8DecodingUnderFailure, LongWellFormedInputKeepsTheOldContent) {
+  expectEveryFailureKeepsTheOldContent(wellFormedUtf8(2000),
+                                       &String::fromUTF8String);
+}
+
+TEST(Utf8DecodingUnderFailure, LongInputShortOfTheBoundKeepsTheOldContent) {
+  // Its result is fitted by a second allocation, which fails too.
+  expectEveryFailureKeepsTheOldContent(mixedUtf8(1000),
+                                       &String::fromUTF8String);
+}
+
 TEST(Utf8DecodingUnderFailure, ShortInputKeepsTheOldContent) {
   expectEveryFailureKeepsTheOldContent(std::string("\xC3\xA9z"),
                                        &String::fromUTF8String);
@@ -238,6 +249,16 @@ TEST(Utf16DecodingUnderFailure, MixedInputKeepsTheOldContent) {
 
 TEST(Utf16DecodingUnderFailure, WellFormedInputKeepsTheOldContent) {
   expectEveryFailureKeepsTheOldContent(wellFormedUtf16(40),
+                                       &String::fromUTF16String);
+}
+
+TEST(Utf16DecodingUnderFailure, LongWellFormedInputKeepsTheOldContent) {
+  expectEveryFailureKeepsTheOldContent(wellFormedUtf16(2000),
+                                       &String::fromUTF16String);
+}
+
+TEST(Utf16DecodingUnderFailure, LongInputShortOfTheBoundKeepsTheOldContent) {
+  expectEveryFailureKeepsTheOldContent(mixedUtf16(1000),
                                        &String::fromUTF16String);
 }
 
@@ -290,28 +311,53 @@ TEST(EncodingUnderFailure, ToWStringLeaksNothing) {
 // The allocations of the conversions: each makes its result and nothing
 // else.
 
-// The decoders count the code points first and write them straight into a
-// result of exactly that size: one allocation, which fits, and no staging.
-TEST(ConversionAllocations, Utf8DecoderAllocatesOnlyTheFittedResult) {
-  const std::string input = mixedUtf8(100) + wellFormedUtf8(40);
-  String s;
-  const std::vector<size_t> sizes =
-      allocationsOf([&] { s.fromUTF8String(input); });
-  ASSERT_EQ(sizes.size(), 1u);
-  EXPECT_GE(sizes[0], s.size() * sizeof(char32_t));
-  EXPECT_LT(sizes[0], (s.size() + 4) * sizeof(char32_t));
-  EXPECT_EQ(s.capacity(), s.size());
+// The decoders stage on the stack and append to a result reserved to the
+// bound of its code points, which well-formed text meets: one allocation,
+// which fits, for input of any length.
+TEST(ConversionAllocations,
+     Utf8DecoderAllocatesOnlyItsResultForWellFormedText) {
+  for (const std::string& input :
+       {std::string("short"), wellFormedUtf8(40), wellFormedUtf8(2000)}) {
+    String s;
+    const std::vector<size_t> sizes =
+        allocationsOf([&] { s.fromUTF8String(input); });
+    ASSERT_EQ(sizes.size(), 1u) << input.size() << " bytes";
+    EXPECT_GE(sizes[0], s.size() * sizeof(char32_t));
+    EXPECT_LE(s.capacity(), std::u32string(s.size(), U'x').capacity());
+  }
 }
 
-TEST(ConversionAllocations, Utf16DecoderAllocatesOnlyTheFittedResult) {
-  const std::u16string input = mixedUtf16(100) + wellFormedUtf16(40);
+TEST(ConversionAllocations,
+     Utf16DecoderAllocatesOnlyItsResultForWellFormedText) {
+  for (const std::u16string& input :
+       {std::u16string(u"short"), wellFormedUtf16(40), wellFormedUtf16(2000)}) {
+    String s;
+    const std::vector<size_t> sizes =
+        allocationsOf([&] { s.fromUTF16String(input); });
+    ASSERT_EQ(sizes.size(), 1u) << input.size() << " units";
+    EXPECT_GE(sizes[0], s.size() * sizeof(char32_t));
+    EXPECT_LE(s.capacity(), std::u32string(s.size(), U'x').capacity());
+  }
+}
+
+// Malformed input longer than one staging chunk gives fewer code points than
+// the bound: the result is fitted by a copy, and only the copy is left.
+TEST(ConversionAllocations, Utf8DecoderFitsAResultShortOfTheBound) {
+  const std::string input = mixedUtf8(1000);
   String s;
-  const std::vector<size_t> sizes =
-      allocationsOf([&] { s.fromUTF16String(input); });
-  ASSERT_EQ(sizes.size(), 1u);
-  EXPECT_GE(sizes[0], s.size() * sizeof(char32_t));
-  EXPECT_LT(sizes[0], (s.size() + 4) * sizeof(char32_t));
-  EXPECT_EQ(s.capacity(), s.size());
+  const long before = gHook.live;
+  EXPECT_EQ(allocationsOf([&] { s.fromUTF8String(input); }).size(), 2u);
+  EXPECT_EQ(gHook.live, before + 1);
+  EXPECT_LE(s.capacity(), std::u32string(s.size(), U'x').capacity());
+}
+
+TEST(ConversionAllocations, Utf16DecoderFitsAResultShortOfTheBound) {
+  const std::u16string input = mixedUtf16(1000);
+  String s;
+  const long before = gHook.live;
+  EXPECT_EQ(allocationsOf([&] { s.fromUTF16String(input); }).size(), 2u);
+  EXPECT_EQ(gHook.live, before + 1);
+  EXPECT_LE(s.capacity(), std::u32string(s.size(), U'x').capacity());
 }
 
 // The encoders stage on the stack: what they allocate is their result,

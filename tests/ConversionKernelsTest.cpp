@@ -218,6 +218,29 @@ TEST_P(KernelSet, ConversionsOfTheCorpusMatch) {
   }
 }
 
+// Long texts of every script with a malformed piece put in before each code
+// point near the places where String's staging fills and is appended: a
+// chunk ends when fewer places are left than one block writes, so up to 128
+// code points before the end of the staging.
+TEST_P(KernelSet, Utf8DecodingWithMalformedPiecesAtTheStagingEdgesMatches) {
+  const std::string kPieces[] = {"\xC3", "\xE2\x82", "\x80", "\xF8",
+                                 "\xF0\x9F\x98"};
+  for (const std::u32string& script : kScripts) {
+    const std::u32string elements = repeated(script, 2 * kStringStaging + 100);
+    for (std::size_t edge = kStringStaging; edge < elements.size();
+         edge += kStringStaging) {
+      for (std::size_t at = edge - 130; at < edge + 10; ++at) {
+        const std::string before =
+            zelvo_reference::encodeUtf8(elements.substr(0, at));
+        const std::string after =
+            zelvo_reference::encodeUtf8(elements.substr(at));
+        for (const std::string& piece : kPieces)
+          if (!decodesAsReference(before + piece + after)) return;
+      }
+    }
+  }
+}
+
 TEST_P(KernelSet, Utf8DecodeKernelWritesOnlyTheReadingOfWhatItTakes) {
   std::mt19937 random(5);
   for (const std::u32string& script : kScripts) {
@@ -388,6 +411,24 @@ TEST_P(KernelSet, Utf16DecodingOfRandomUnitsMatches) {
       }
     }
     if (!decodesAsReference(in)) return;
+  }
+}
+
+TEST_P(KernelSet, Utf16DecodingWithLoneSurrogatesAtTheStagingEdgesMatches) {
+  const std::u16string kPieces[] = {u"\xD800", u"\xDC00", u"\xDBFF\xDBFF"};
+  for (const std::u32string& script : kScripts) {
+    const std::u32string elements = repeated(script, 2 * kStringStaging + 100);
+    for (std::size_t edge = kStringStaging; edge < elements.size();
+         edge += kStringStaging) {
+      for (std::size_t at = edge - 40; at < edge + 10; ++at) {
+        const std::u16string before =
+            zelvo_reference::encodeUtf16(elements.substr(0, at));
+        const std::u16string after =
+            zelvo_reference::encodeUtf16(elements.substr(at));
+        for (const std::u16string& piece : kPieces)
+          if (!decodesAsReference(before + piece + after)) return;
+      }
+    }
   }
 }
 

@@ -137,7 +137,7 @@ TEST(Utf16Decoding, ResultCapacityFitsItsContent) {
   String s;
   s.fromUTF16String(input);
   ASSERT_EQ(s.size(), 200u);
-  EXPECT_EQ(s.capacity(), 200u);
+  EXPECT_LE(s.capacity(), std::u32string(200, U'x').capacity());
 }
 
 TEST(Utf16Decoding, OldStorageIsReleased) {
@@ -145,7 +145,7 @@ TEST(Utf16Decoding, OldStorageIsReleased) {
   ASSERT_GE(s.capacity(), 1000u);
   s.fromUTF16String(u"0123456789");
   EXPECT_EQ(s.size(), 10u);
-  EXPECT_EQ(s.capacity(), 10u);
+  EXPECT_LE(s.capacity(), std::u32string(10, U'x').capacity());
 }
 
 TEST(Utf16Decoding, NeverCreatesReplacementCharacters) {
@@ -222,7 +222,7 @@ TEST(Utf16Encoding, ResultIsReservedToTheElementCount) {
   const String s(std::u32string(300, U'\u4E2D'));
   const std::u16string out = s.toUTF16String();
   EXPECT_EQ(out.size(), 300u);
-  EXPECT_EQ(out.capacity(), 300u);
+  EXPECT_EQ(out.capacity(), std::u16string(300, u'x').capacity());
 }
 
 TEST(Utf16Encoding, LeavesTheObjectUnchanged) {
