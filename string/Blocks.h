@@ -35,19 +35,36 @@ void convertChunk(const In*& p, const In* const end, Out*& o, Out* const oEnd,
 
 // Converts [p, end) chunk by chunk through a staging buffer of kStaging
 // units of type Out on the stack, appending each chunk to out in one block.
-template <std::size_t kStaging, typename Out, typename In, typename Target,
-          typename Kernel, typename Step>
+// With kReserveByFirstChunk, once the first chunk is full, an empty out is
+// reserved to what all would take at that chunk's rate of units per element,
+// and a sixteenth more: a long result is then made in one allocation, or
+// grows once more, where growing chunk by chunk would double its way up and
+// copy itself each time.
+template <std::size_t kStaging, typename Out, bool kReserveByFirstChunk,
+          typename In, typename Target, typename Kernel, typename Step>
 void convertByChunks(const In* p, const In* const end, Target& out,
                      Kernel kernel, Step step, std::ptrdiff_t stepSpan,
                      std::ptrdiff_t room) {
   static_assert(sizeof(Out) == sizeof(typename Target::value_type),
                 "the staging units are the target's units");
   Out staging[kStaging];
+  const In* const begin = p;
   while (p != end) {
     Out* o = staging;
     convertChunk(p, end, o, staging + kStaging, kernel, step, stepSpan, room);
+    const auto used = static_cast<std::size_t>(o - staging);
+    if (kReserveByFirstChunk && p != end && out.empty()) {
+      const auto taken = static_cast<std::size_t>(p - begin);
+      const auto left = static_cast<std::size_t>(end - p);
+      // At most 4 units for each element: no overflow for any input that
+      // fits in memory.
+      const std::size_t rest =
+          left / taken * used + left % taken * used / taken;
+      const std::size_t estimate = used + rest + rest / 16;
+      out.reserve(estimate < out.max_size() ? estimate : out.max_size());
+    }
     out.append(reinterpret_cast<const typename Target::value_type*>(staging),
-               static_cast<std::size_t>(o - staging));
+               used);
   }
 }
 

@@ -54,7 +54,7 @@ std::u16string String::toUTF16String() const {
   // element count; pairs make it grow through the appends.
   std::u16string encoded;
   encoded.reserve(str_.size());
-  convertByChunks<kUtf16EncodeStaging, char16_t>(
+  convertByChunks<kUtf16EncodeStaging, char16_t, false>(
       str_.data(), str_.data() + str_.size(), encoded,
       kernels::activeKernels().encodeUtf16, encodeStep, kElementsByStep,
       kEncodeRoom);

@@ -50,9 +50,9 @@ void String::fromUTF8String(const std::string& utf8) {
 }
 
 std::string String::toUTF8String() const {
-  // The result reserves nothing: it grows through the appends.
+  // The result is reserved by the rate of its first chunk.
   std::string encoded;
-  convertByChunks<kUtf8EncodeStaging, unsigned char>(
+  convertByChunks<kUtf8EncodeStaging, unsigned char, true>(
       str_.data(), str_.data() + str_.size(), encoded,
       kernels::activeKernels().encodeUtf8, encodeStep, kElementsByStep, kRoom);
   return encoded;

@@ -374,14 +374,26 @@ TEST(ConversionAllocations, EncodersLeaveOnlyTheirResult) {
   EXPECT_EQ(gHook.live, before + 1);
 }
 
-TEST(ConversionAllocations, Utf8EncoderReservesNothing) {
-  // The result grows through the appends of its chunks: the first
-  // allocation is far below the 40000 bytes of the result.
+TEST(ConversionAllocations, Utf8EncoderMakesAnEvenResultInOneAllocation) {
+  // The rate of the first chunk, two bytes an element, holds throughout:
+  // the 40000 bytes of the result take one allocation, with little to spare.
   const String s(std::u32string(20000, U'\u00E9'));
   const std::vector<size_t> sizes =
       allocationsOf([&] { (void)s.toUTF8String(); });
-  ASSERT_GE(sizes.size(), 2u);
-  EXPECT_LT(sizes[0], 20000u);
+  ASSERT_EQ(sizes.size(), 1u);
+  EXPECT_GE(sizes[0], 40000u);
+  EXPECT_LT(sizes[0], 40000u + 40000u / 8);
+}
+
+TEST(ConversionAllocations, Utf8EncoderGrowsOnceForADenserRest) {
+  // A first chunk of ASCII underestimates a rest of four-byte forms: the
+  // result grows once, to the doubled reserve, and no more.
+  std::u32string text(10000, U'a');
+  text.append(2000, U'\U0001F600');
+  const String s(text);
+  const std::vector<size_t> sizes =
+      allocationsOf([&] { (void)s.toUTF8String(); });
+  EXPECT_EQ(sizes.size(), 2u);
 }
 
 TEST(ConversionAllocations, Utf16EncoderReservesTheElementCount) {

@@ -77,7 +77,7 @@ template <std::size_t kStaging>
 std::string encodeUtf8With(const ConversionKernels& set,
                            const std::u32string& in) {
   std::string out;
-  zelvo::unicode::convertByChunks<kStaging, unsigned char>(
+  zelvo::unicode::convertByChunks<kStaging, unsigned char, true>(
       in.data(), in.data() + in.size(), out, set.encodeUtf8, encodeUtf8Step, 8,
       64);
   return out;
@@ -87,7 +87,7 @@ template <std::size_t kStaging>
 std::u16string encodeUtf16With(const ConversionKernels& set,
                                const std::u32string& in) {
   std::u16string out;
-  zelvo::unicode::convertByChunks<kStaging, char16_t>(
+  zelvo::unicode::convertByChunks<kStaging, char16_t, false>(
       in.data(), in.data() + in.size(), out, set.encodeUtf16, encodeUtf16Step,
       8, 32);
   return out;
