@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <string>
 
+#include "string/Staging.h"
+
 namespace zelvo {
 namespace unicode {
 // Each file that includes this gets its own copy, with internal linkage: the
@@ -15,20 +17,19 @@ namespace {
 
 // Fills [o, oEnd) from the input at p, moving both cursors. The kernel takes
 // the blocks it can; where it stops at a block it cannot take whole, or near
-// the end of the input, up to stepSpan units go through the written steps
-// one at a time: step(p, end, o) takes the step at p, writes its output at o
-// and returns the cursor after it. Returns at the end of the input, or when
-// fewer than room places are left: room must hold what one kernel block or
-// one run of steps writes, so neither has to look at oEnd.
+// the end of the input, up to pace.stepSpan units go through the written
+// steps one at a time: step(p, end, o) takes the step at p, writes its output
+// at o and returns the cursor after it. Returns at the end of the input, or
+// when fewer than pace.room places are left: room holds what one kernel
+// block or one run of steps writes, so neither has to look at oEnd.
 template <typename In, typename Out, typename Kernel, typename Step>
 void convertChunk(const In*& p, const In* const end, Out*& o, Out* const oEnd,
-                  Kernel kernel, Step step, std::ptrdiff_t stepSpan,
-                  std::ptrdiff_t room) {
-  while (p != end && oEnd - o >= room) {
+                  Kernel kernel, Step step, ChunkPace pace) {
+  while (p != end && oEnd - o >= pace.room) {
     const In* const before = p;
     kernel(p, end, o, oEnd);
     if (p != before) continue;
-    const In* const stop = end - p > stepSpan ? p + stepSpan : end;
+    const In* const stop = end - p > pace.stepSpan ? p + pace.stepSpan : end;
     while (p < stop) p = step(p, end, o);
   }
 }
@@ -43,15 +44,14 @@ void convertChunk(const In*& p, const In* const end, Out*& o, Out* const oEnd,
 template <std::size_t kStaging, typename Out, bool kReserveByFirstChunk,
           typename In, typename Target, typename Kernel, typename Step>
 void convertByChunks(const In* p, const In* const end, Target& out,
-                     Kernel kernel, Step step, std::ptrdiff_t stepSpan,
-                     std::ptrdiff_t room) {
+                     Kernel kernel, Step step, ChunkPace pace) {
   static_assert(sizeof(Out) == sizeof(typename Target::value_type),
                 "the staging units are the target's units");
   Out staging[kStaging];
   const In* const begin = p;
   while (p != end) {
     Out* o = staging;
-    convertChunk(p, end, o, staging + kStaging, kernel, step, stepSpan, room);
+    convertChunk(p, end, o, staging + kStaging, kernel, step, pace);
     const auto used = static_cast<std::size_t>(o - staging);
     if (kReserveByFirstChunk && p != end && out.empty()) {
       const auto taken = static_cast<std::size_t>(p - begin);
@@ -85,19 +85,18 @@ void convertByChunks(const In* p, const In* const end, Target& out,
 template <std::size_t kStaging, typename In, typename Bound, typename Kernel,
           typename Step>
 std::u32string decodeApart(const In* p, const In* const end, Bound bound,
-                           Kernel kernel, Step step, std::ptrdiff_t stepSpan,
-                           std::ptrdiff_t room) {
+                           Kernel kernel, Step step, ChunkPace pace) {
   // A first chunk that stops for lack of room has written more than
-  // kStaging - room code points, room being 64 at most: enough that a
+  // kStaging - pace.room code points, room being 64 at most: enough that a
   // reserve from empty is exact.
   static_assert(kStaging >= 128, "the staging holds two kernel blocks");
   char32_t staging[kStaging];
   // Each unit of input gives at most one code point.
   const bool fitsOneChunk =
-      end - p <= static_cast<std::ptrdiff_t>(kStaging) - room;
+      end - p <= static_cast<std::ptrdiff_t>(kStaging) - pace.room;
   const std::size_t most = fitsOneChunk ? 0 : bound(p, end);
   char32_t* o = staging;
-  convertChunk(p, end, o, staging + kStaging, kernel, step, stepSpan, room);
+  convertChunk(p, end, o, staging + kStaging, kernel, step, pace);
   if (p == end)
     return std::u32string(staging, static_cast<std::size_t>(o - staging));
   std::u32string decoded;
@@ -106,7 +105,7 @@ std::u32string decodeApart(const In* p, const In* const end, Bound bound,
     decoded.append(staging, static_cast<std::size_t>(o - staging));
     if (p == end) break;
     o = staging;
-    convertChunk(p, end, o, staging + kStaging, kernel, step, stepSpan, room);
+    convertChunk(p, end, o, staging + kStaging, kernel, step, pace);
   }
   if (decoded.size() != most) return std::u32string(decoded);
   return decoded;

@@ -21,15 +21,6 @@ namespace {
 
 using kernels::ConversionKernels;
 
-// How far the steps one by one go before the kernel is asked again, and the
-// most that such a run or one kernel block writes: 16 code points, or 32
-// units from the encoder's windows of 16 elements (a run of 8 steps writes
-// 16 at most).
-constexpr std::ptrdiff_t kUnitsByStep = 16;
-constexpr std::ptrdiff_t kElementsByStep = 8;
-constexpr std::ptrdiff_t kDecodeRoom = 16;
-constexpr std::ptrdiff_t kEncodeRoom = 32;
-
 const char32_t* encodeStep(const char32_t* p, const char32_t*, char16_t*& o) {
   o += kernels::encodeUtf16Step(*p, o);
   return p + 1;
@@ -43,7 +34,7 @@ void String::fromUTF16String(const std::u16string& utf16) {
   const ConversionKernels& kernels = kernels::activeKernels();
   std::u32string decoded = decodeApart<kDecodeStaging>(
       utf16.data(), utf16.data() + utf16.size(), kernels.boundUtf16,
-      kernels.decodeUtf16, kernels::decodeUtf16Step, kUnitsByStep, kDecodeRoom);
+      kernels.decodeUtf16, kernels::decodeUtf16Step, kUtf16DecodePace);
   // Install: the object takes over the new storage, and its old storage
   // leaves with the temporary.
   str_.swap(decoded);
@@ -56,8 +47,7 @@ std::u16string String::toUTF16String() const {
   encoded.reserve(str_.size());
   convertByChunks<kUtf16EncodeStaging, char16_t, false>(
       str_.data(), str_.data() + str_.size(), encoded,
-      kernels::activeKernels().encodeUtf16, encodeStep, kElementsByStep,
-      kEncodeRoom);
+      kernels::activeKernels().encodeUtf16, encodeStep, kUtf16EncodePace);
   return encoded;
 }
 

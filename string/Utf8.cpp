@@ -21,13 +21,6 @@ namespace {
 
 using kernels::ConversionKernels;
 
-// How far the steps one by one go before the kernel is asked again, and the
-// most that such a run or one kernel block writes: 64 code points, or 64
-// bytes from 8 elements and the encoder's windows.
-constexpr std::ptrdiff_t kBytesByStep = 64;
-constexpr std::ptrdiff_t kElementsByStep = 8;
-constexpr std::ptrdiff_t kRoom = 64;
-
 const char32_t* encodeStep(const char32_t* p, const char32_t*,
                            unsigned char*& o) {
   o += kernels::encodeUtf8Step(*p, o);
@@ -43,7 +36,7 @@ void String::fromUTF8String(const std::string& utf8) {
   const ConversionKernels& kernels = kernels::activeKernels();
   std::u32string decoded = decodeApart<kDecodeStaging>(
       bytes, bytes + utf8.size(), kernels.boundUtf8, kernels.decodeUtf8,
-      kernels::decodeUtf8Step, kBytesByStep, kRoom);
+      kernels::decodeUtf8Step, kUtf8DecodePace);
   // Install: the object takes over the new storage, and its old storage
   // leaves with the temporary.
   str_.swap(decoded);
@@ -54,7 +47,7 @@ std::string String::toUTF8String() const {
   std::string encoded;
   convertByChunks<kUtf8EncodeStaging, unsigned char, true>(
       str_.data(), str_.data() + str_.size(), encoded,
-      kernels::activeKernels().encodeUtf8, encodeStep, kElementsByStep, kRoom);
+      kernels::activeKernels().encodeUtf8, encodeStep, kUtf8EncodePace);
   return encoded;
 }
 

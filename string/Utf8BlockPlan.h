@@ -32,9 +32,10 @@ struct Utf8BlockPlan {
 // The plan of a block of 64 ASCII bytes.
 inline Utf8BlockPlan asciiUtf8Block() { return {0, 0, 0, true, 0}; }
 
-// bitK has bit k set when bit K of byte k of the block is set; carried is
-// the number of bytes at the front of the block that the last sequence of
-// the block before it takes (0 to 3).
+// bitK has bit k set when bit K of byte k of the block is set; bit4 and
+// bit3 may be given as 0 where no byte is 0xF0 or above, as they then tell
+// nothing. carried is the number of bytes at the front of the block that
+// the last sequence of the block before it takes (0 to 3).
 inline Utf8BlockPlan planUtf8Block(std::uint64_t bit7, std::uint64_t bit6,
                                    std::uint64_t bit5, std::uint64_t bit4,
                                    std::uint64_t bit3, unsigned carried) {

@@ -9,6 +9,7 @@
 
 #include "string/Blocks.h"
 #include "string/ConversionKernels.h"
+#include "string/Staging.h"
 #include "string/Utf16Steps.h"
 #include "string/Utf8Steps.h"
 
@@ -43,7 +44,8 @@ Decoded decodeUtf8With(const ConversionKernels& set, const std::string& in) {
   const unsigned char* end = p + in.size();
   return {zelvo::unicode::decodeApart<kStaging>(
               p, end, set.boundUtf8, set.decodeUtf8,
-              zelvo::unicode::kernels::decodeUtf8Step, 64, 64),
+              zelvo::unicode::kernels::decodeUtf8Step,
+              zelvo::unicode::kUtf8DecodePace),
           set.boundUtf8(p, end)};
 }
 
@@ -54,7 +56,8 @@ Decoded decodeUtf16With(const ConversionKernels& set,
   const char16_t* end = p + in.size();
   return {zelvo::unicode::decodeApart<kStaging>(
               p, end, set.boundUtf16, set.decodeUtf16,
-              zelvo::unicode::kernels::decodeUtf16Step, 16, 16),
+              zelvo::unicode::kernels::decodeUtf16Step,
+              zelvo::unicode::kUtf16DecodePace),
           set.boundUtf16(p, end)};
 }
 
@@ -78,8 +81,8 @@ std::string encodeUtf8With(const ConversionKernels& set,
                            const std::u32string& in) {
   std::string out;
   zelvo::unicode::convertByChunks<kStaging, unsigned char, true>(
-      in.data(), in.data() + in.size(), out, set.encodeUtf8, encodeUtf8Step, 8,
-      64);
+      in.data(), in.data() + in.size(), out, set.encodeUtf8, encodeUtf8Step,
+      zelvo::unicode::kUtf8EncodePace);
   return out;
 }
 
@@ -89,7 +92,7 @@ std::u16string encodeUtf16With(const ConversionKernels& set,
   std::u16string out;
   zelvo::unicode::convertByChunks<kStaging, char16_t, false>(
       in.data(), in.data() + in.size(), out, set.encodeUtf16, encodeUtf16Step,
-      8, 32);
+      zelvo::unicode::kUtf16EncodePace);
   return out;
 }
 
