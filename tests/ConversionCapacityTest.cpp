@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "StandardCapacity.h"
 #include "string/Staging.h"
 #include "string/String.h"
 #include "tests/reference/Utf16Reference.h"
@@ -17,11 +18,6 @@ namespace {
 
 using zelvo::unicode::kDecodeStaging;
 using zelvo::unicode::String;
-
-// What the standard string gives a new string of n elements.
-std::size_t freshCapacity(std::size_t n) {
-  return std::u32string(n, U'x').capacity();
-}
 
 // Result lengths around the edges of the staging: short ones, the lengths
 // where the first chunk fills, and those where later chunks do.
