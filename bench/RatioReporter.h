@@ -51,7 +51,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
     std::ostream& out = GetOutputStream();
     char cell[64];
     out << "\nRatios, from the best run of each row\n";
-    std::snprintf(cell, sizeof cell, "%-16s", "text");
+    std::snprintf(cell, sizeof cell, "%-22s", "text");
     out << cell;
     for (const Column& column : columns_) {
       std::snprintf(cell, sizeof cell, " %24s", column.heading.c_str());
@@ -61,7 +61,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
     std::vector<std::pair<double, std::string>> lowest(columns_.size(),
                                                        {1e300, ""});
     for (const std::string& text : order_) {
-      std::snprintf(cell, sizeof cell, "%-16s", text.c_str());
+      std::snprintf(cell, sizeof cell, "%-22s", text.c_str());
       out << cell;
       for (std::size_t i = 0; i < columns_.size(); ++i) {
         const double ratio = ratioOf(text, columns_[i]);

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "fuzz/FuzzSupport.h"
+#include "string/Staging.h"
 #include "string/String.h"
 #include "tests/ConversionKernelsTest.h"
 #include "tests/reference/Utf16Reference.h"
@@ -74,14 +75,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::u32string values(anyValues.begin(), anyValues.end());
   for (const auto* set : zelvo_kernels::availableKernelSets()) {
     const zelvo_kernels::Decoded d =
-        zelvo_kernels::decodeUtf16With(*set, units);
-    FUZZ_CHECK(d.elements == expected && d.counted == expected.size(),
+        zelvo_kernels::decodeUtf16With<zelvo::unicode::kDecodeStaging>(*set,
+                                                                       units);
+    FUZZ_CHECK(d.elements == expected &&
+                   d.bound == zelvo_reference::unitsLessPairedLows(units) &&
+                   d.bound >= expected.size() &&
+                   zelvo_kernels::decodeUtf16With<128>(*set, units).elements ==
+                       expected,
                std::string(set->name) + " " + hex(units));
-    FUZZ_CHECK(zelvo_kernels::encodeUtf16With<4096>(*set, values) ==
-                       zelvo_reference::encodeUtf16(values) &&
-                   zelvo_kernels::encodeUtf16With<16>(*set, values) ==
-                       zelvo_reference::encodeUtf16(values),
-               std::string(set->name) + " " + hex(values));
+    FUZZ_CHECK(
+        zelvo_kernels::encodeUtf16With<zelvo::unicode::kUtf16EncodeStaging>(
+            *set, values) == zelvo_reference::encodeUtf16(values) &&
+            zelvo_kernels::encodeUtf16With<32>(*set, values) ==
+                zelvo_reference::encodeUtf16(values),
+        std::string(set->name) + " " + hex(values));
   }
   checkEncoder(fuzzText(data, size));
   return 0;

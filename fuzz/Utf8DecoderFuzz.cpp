@@ -6,6 +6,7 @@
 #include <string>
 
 #include "fuzz/FuzzSupport.h"
+#include "string/Staging.h"
 #include "string/String.h"
 #include "tests/ConversionKernelsTest.h"
 #include "tests/reference/Utf8Reference.h"
@@ -99,15 +100,22 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   // encodes as the reference does, with an exact count.
   const String anyValues = fuzzText(data, size);
   for (const auto* set : zelvo_kernels::availableKernelSets()) {
-    const zelvo_kernels::Decoded d = zelvo_kernels::decodeUtf8With(*set, bytes);
-    FUZZ_CHECK(d.elements == expected && d.counted == expected.size(),
+    const zelvo_kernels::Decoded d =
+        zelvo_kernels::decodeUtf8With<zelvo::unicode::kDecodeStaging>(*set,
+                                                                      bytes);
+    FUZZ_CHECK(d.elements == expected &&
+                   d.bound == zelvo_reference::nonContinuationBytes(bytes) &&
+                   d.bound >= expected.size() &&
+                   zelvo_kernels::decodeUtf8With<128>(*set, bytes).elements ==
+                       expected,
                std::string(set->name) + " " + hexBytes(bytes));
     const std::u32string values(anyValues.begin(), anyValues.end());
-    FUZZ_CHECK(zelvo_kernels::encodeUtf8With<8192>(*set, values) ==
-                       zelvo_reference::encodeUtf8(values) &&
-                   zelvo_kernels::encodeUtf8With<64>(*set, values) ==
-                       zelvo_reference::encodeUtf8(values),
-               std::string(set->name) + " " + hex(values));
+    FUZZ_CHECK(
+        zelvo_kernels::encodeUtf8With<zelvo::unicode::kUtf8EncodeStaging>(
+            *set, values) == zelvo_reference::encodeUtf8(values) &&
+            zelvo_kernels::encodeUtf8With<64>(*set, values) ==
+                zelvo_reference::encodeUtf8(values),
+        std::string(set->name) + " " + hex(values));
   }
 
   // The same members on any 32-bit values, which no decoder can produce.

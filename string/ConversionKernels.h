@@ -17,13 +17,19 @@ namespace kernels {
 struct ConversionKernels {
   // Which set this is: "avx2", "sse2" or "portable".
   const char* name;
-  // The exact number of code points that decoding [p, end) gives.
-  std::size_t (*countUtf8)(const unsigned char* p, const unsigned char* end);
+  // The number of bytes of [p, end) that are no continuation bytes (0x80 to
+  // 0xBF): no fewer than the code points that decoding them gives, and
+  // exactly as many when each of those bytes starts a step that gives one,
+  // as in all well-formed text.
+  std::size_t (*boundUtf8)(const unsigned char* p, const unsigned char* end);
   void (*decodeUtf8)(const unsigned char*& p, const unsigned char* end,
                      char32_t*& o, char32_t* oEnd);
   void (*encodeUtf8)(const char32_t*& p, const char32_t* end, unsigned char*& o,
                      unsigned char* oEnd);
-  std::size_t (*countUtf16)(const char16_t* p, const char16_t* end);
+  // The number of units of [p, end) less the number of low surrogates right
+  // behind a high one: no fewer than the code points that decoding them
+  // gives, and exactly as many where the surrogates are all in pairs.
+  std::size_t (*boundUtf16)(const char16_t* p, const char16_t* end);
   void (*decodeUtf16)(const char16_t*& p, const char16_t* end, char32_t*& o,
                       char32_t* oEnd);
   void (*encodeUtf16)(const char32_t*& p, const char32_t* end, char16_t*& o,

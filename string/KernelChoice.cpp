@@ -13,15 +13,15 @@ namespace kernels {
 
 const ConversionKernels* sse2Kernels() {
   static const ConversionKernels kernels = {
-      "sse2",         countUtf8Sse2,   decodeUtf8Sse2, encodeUtf8Sse2,
-      countUtf16Sse2, decodeUtf16Sse2, encodeUtf16Sse2};
+      "sse2",         boundUtf8Sse2,   decodeUtf8Sse2, encodeUtf8Sse2,
+      boundUtf16Sse2, decodeUtf16Sse2, encodeUtf16Sse2};
   return &kernels;
 }
 
 const ConversionKernels* avx2Kernels() {
   static const ConversionKernels kernels = {
-      "avx2",         countUtf8Avx2,   decodeUtf8Avx2, encodeUtf8Avx2,
-      countUtf16Avx2, decodeUtf16Avx2, encodeUtf16Avx2};
+      "avx2",         boundUtf8Avx2,   decodeUtf8Avx2, encodeUtf8Avx2,
+      boundUtf16Avx2, decodeUtf16Avx2, encodeUtf16Avx2};
   // Asked on every call: the answer is a read of what the runtime found out
   // at load, and caching it here would need a guarded static.
   __builtin_cpu_init();

@@ -1,5 +1,5 @@
 // The portable kernel set: no blocks at all, so the conversions go step by
-// step, and the exact counts walk the same steps.
+// step, and the bounds of the decoders' results are plain loops.
 #include "string/ConversionKernels.h"
 #include "string/Utf16Steps.h"
 #include "string/Utf8Steps.h"
@@ -10,12 +10,12 @@ namespace kernels {
 
 namespace {
 
-std::size_t countUtf8(const unsigned char* p, const unsigned char* end) {
-  return countUtf8Steps(p, end, end);
+std::size_t boundUtf8(const unsigned char* p, const unsigned char* end) {
+  return boundUtf8Bytes(p, end);
 }
 
-std::size_t countUtf16(const char16_t* p, const char16_t* end) {
-  return countUtf16Steps(p, end, end);
+std::size_t boundUtf16(const char16_t* p, const char16_t* end) {
+  return boundUtf16Units(p, end, 0);
 }
 
 void takeNoUtf8Blocks(const unsigned char*&, const unsigned char*, char32_t*&,
@@ -31,10 +31,10 @@ void takeNoUtf16EncodeBlocks(const char32_t*&, const char32_t*, char16_t*&,
 
 const ConversionKernels& portableKernels() {
   static const ConversionKernels kernels = {"portable",
-                                            countUtf8,
+                                            boundUtf8,
                                             takeNoUtf8Blocks,
                                             takeNoUtf8EncodeBlocks,
-                                            countUtf16,
+                                            boundUtf16,
                                             takeNoUtf16Blocks,
                                             takeNoUtf16EncodeBlocks};
   return kernels;

@@ -11,12 +11,12 @@ namespace zelvo {
 namespace unicode {
 namespace kernels {
 
-std::size_t countUtf8Sse2(const unsigned char* p, const unsigned char* end);
+std::size_t boundUtf8Sse2(const unsigned char* p, const unsigned char* end);
 void decodeUtf8Sse2(const unsigned char*& p, const unsigned char* end,
                     char32_t*& o, char32_t* oEnd);
 void encodeUtf8Sse2(const char32_t*& p, const char32_t* end, unsigned char*& o,
                     unsigned char* oEnd);
-std::size_t countUtf16Sse2(const char16_t* p, const char16_t* end);
+std::size_t boundUtf16Sse2(const char16_t* p, const char16_t* end);
 void decodeUtf16Sse2(const char16_t*& p, const char16_t* end, char32_t*& o,
                      char32_t* oEnd);
 void encodeUtf16Sse2(const char32_t*& p, const char32_t* end, char16_t*& o,

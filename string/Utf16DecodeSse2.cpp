@@ -1,9 +1,8 @@
-// The SSE2 UTF-16 decoder and exact count: runs of units that are no
-// surrogates widened 16 at a time; any surrogate is left to the steps. They
-// lean on one fact of the units: a unit that is no surrogate, behind a step
-// boundary, is a step of its own. KernelSet tests in
-// ConversionKernelsTest.cpp put every kind of unit at every position of a
-// block and hold the result to the step-by-step reference.
+// The SSE2 UTF-16 decoder: runs of units that are no surrogates widened 16 at a
+// time; any surrogate is left to the steps. It leans on one fact of the units:
+// a unit that is no surrogate, behind a step boundary, is a step of its own.
+// KernelSet tests in ConversionKernelsTest.cpp put every kind of unit at every
+// position of a block and hold the result to the step-by-step reference.
 #include "string/Sse2Kernels.h"
 
 #if defined(ZELVO_X86_KERNELS)
@@ -41,30 +40,6 @@ std::size_t widenPlainBlock(const char16_t* p, char32_t* o) {
 }
 
 }  // namespace
-
-std::size_t countUtf16Sse2(const char16_t* p, const char16_t* end) {
-  std::size_t count = 0;
-  while (p != end) {
-    if (end - p >= 16) {
-      const __m128i* src = reinterpret_cast<const __m128i*>(p);
-      const __m128i high5 = _mm_set1_epi16(-0x800);
-      const __m128i surrogate = _mm_set1_epi16(-0x2800);
-      const __m128i any = _mm_or_si128(
-          _mm_cmpeq_epi16(_mm_and_si128(_mm_loadu_si128(src), high5),
-                          surrogate),
-          _mm_cmpeq_epi16(_mm_and_si128(_mm_loadu_si128(src + 1), high5),
-                          surrogate));
-      if (_mm_movemask_epi8(any) == 0) {
-        count += 16;
-        p += 16;
-        continue;
-      }
-    }
-    const char16_t* stop = end - p > 16 ? p + 16 : end;
-    count += countUtf16Steps(p, end, stop);
-  }
-  return count;
-}
 
 void decodeUtf16Sse2(const char16_t*& p, const char16_t* end, char32_t*& o,
                      char32_t* oEnd) {

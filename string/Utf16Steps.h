@@ -34,23 +34,15 @@ inline const char16_t* decodeUtf16Step(const char16_t* p, const char16_t* end,
   return p + 2;
 }
 
-// Counts the code points that the decoding steps starting below stop give,
-// moving p past them.
-inline std::size_t countUtf16Steps(const char16_t*& p, const char16_t* end,
-                                   const char16_t* stop) {
-  std::size_t count = 0;
-  while (p < stop) {
-    if (!isSurrogateUnit(*p)) {
-      ++p;
-    } else if (end - p < 2) {
-      p = end;
-      break;
-    } else {
-      p += 2;
-    }
-    ++count;
-  }
-  return count;
+// The units of [p, end) less the low surrogates right behind a high one,
+// before being the unit in front of p (0 at the start): the bound of
+// ConversionKernels::boundUtf16.
+inline std::size_t boundUtf16Units(const char16_t* p, const char16_t* end,
+                                   char16_t before) {
+  std::size_t bound = 0;
+  for (; p != end; before = *p++)
+    bound += (before & 0xFC00) != 0xD800 || (*p & 0xFC00) != 0xDC00;
+  return bound;
 }
 
 // One element takes one unit below 0xD800, from 0xE000 to 0xFFFF, and above

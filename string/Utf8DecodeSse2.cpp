@@ -1,9 +1,9 @@
-// The SSE2 UTF-8 decoder and exact count: blocks of 64 bytes whose steps
-// can be read off at once (see Utf8BlockPlan.h), with ASCII widened 16 bytes
-// at a time. They lean on one fact of the bytes: in a whole block the steps
-// start exactly at the bytes that are no continuation bytes. KernelSet tests
-// in ConversionKernelsTest.cpp put every byte value at every position of a
-// block and hold the result to the step-by-step reference.
+// The SSE2 UTF-8 decoder: blocks of 64 bytes whose steps can be read off at
+// once (see Utf8BlockPlan.h), with ASCII widened 16 bytes at a time. It leans
+// on one fact of the bytes: in a whole block the steps start exactly at the
+// bytes that are no continuation bytes. KernelSet tests in
+// ConversionKernelsTest.cpp put every byte value at every position of a block
+// and hold the result to the step-by-step reference.
 #include "string/Sse2Kernels.h"
 
 #if defined(ZELVO_X86_KERNELS)
@@ -58,13 +58,10 @@ inline void widen16(const unsigned char* p, char32_t* o) {
 
 }  // namespace
 
-std::size_t countUtf8Sse2(const unsigned char* p, const unsigned char* end) {
-  return countUtf8ByBlocks<planBlock>(p, end);
-}
-
-// Blocks follow one another by 64 bytes and carry the bytes that a sequence
-// reaches into them, as in countUtf8ByBlocks; the kernel stops at the first
-// block that is not whole, on the boundary behind its carried bytes.
+// Blocks follow one another by 64 bytes, whatever they hold, and carry the
+// bytes that the last sequence of the one before reaches into them; the
+// kernel stops at the first block that is not whole, on the boundary behind
+// its carried bytes.
 void decodeUtf8Sse2(const unsigned char*& p, const unsigned char* end,
                     char32_t*& o, char32_t* oEnd) {
   const unsigned char* in = p;

@@ -39,25 +39,13 @@ inline const unsigned char* decodeUtf8Step(const unsigned char* p,
   return p + 4;
 }
 
-// Counts the code points that the decoding steps starting below stop give,
-// moving p past them (to end when a sequence is cut short by the end).
-inline std::size_t countUtf8Steps(const unsigned char*& p,
-                                  const unsigned char* end,
-                                  const unsigned char* stop) {
-  std::size_t count = 0;
-  while (p < stop) {
-    const unsigned lead = *p;
-    std::size_t length = 1;
-    if (lead >= 0xC0 && lead < 0xF8)
-      length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    if (static_cast<std::size_t>(end - p) < length) {
-      p = end;
-      break;
-    }
-    if (lead < 0x80 || length > 1) ++count;
-    p += length;
-  }
-  return count;
+// The bytes of [p, end) that are no continuation bytes: the bound of
+// ConversionKernels::boundUtf8.
+inline std::size_t boundUtf8Bytes(const unsigned char* p,
+                                  const unsigned char* end) {
+  std::size_t bound = 0;
+  for (; p != end; ++p) bound += (*p & 0xC0) != 0x80;
+  return bound;
 }
 
 // The number of bytes the encoder writes for c: 0 for a surrogate or a value

@@ -207,6 +207,17 @@ TEST(Utf8DecodingUnderFailure, WellFormedInputKeepsTheOldContent) {
                                        &String::fromUTF8String);
 }
 
+TEST(Utf8DecodingUnderFailure, LongWellFormedInputKeepsTheOldContent) {
+  expectEveryFailureKeepsTheOldContent(wellFormedUtf8(2000),
+                                       &String::fromUTF8String);
+}
+
+TEST(Utf8DecodingUnderFailure, LongInputShortOfTheBoundKeepsTheOldContent) {
+  // Its result is fitted by a second allocation, which fails too.
+  expectEveryFailureKeepsTheOldContent(mixedUtf8(1000),
+                                       &String::fromUTF8String);
+}
+
 TEST(Utf8DecodingUnderFailure, ShortInputKeepsTheOldContent) {
   expectEveryFailureKeepsTheOldContent(std::string("\xC3\xA9z"),
                                        &String::fromUTF8String);
@@ -239,6 +250,16 @@ TEST(Utf16DecodingUnderFailure, MixedInputKeepsTheOldContent) {
 
 TEST(Utf16DecodingUnderFailure, WellFormedInputKeepsTheOldContent) {
   expectEveryFailureKeepsTheOldContent(wellFormedUtf16(40),
+                                       &String::fromUTF16String);
+}
+
+TEST(Utf16DecodingUnderFailure, LongWellFormedInputKeepsTheOldContent) {
+  expectEveryFailureKeepsTheOldContent(wellFormedUtf16(2000),
+                                       &String::fromUTF16String);
+}
+
+TEST(Utf16DecodingUnderFailure, LongInputShortOfTheBoundKeepsTheOldContent) {
+  expectEveryFailureKeepsTheOldContent(mixedUtf16(1000),
                                        &String::fromUTF16String);
 }
 
@@ -291,42 +312,57 @@ TEST(EncodingUnderFailure, ToWStringLeaksNothing) {
 // The allocations of the conversions: each makes its result and nothing
 // else.
 
-// The decoders count the code points first and write them straight into a
-// result of exactly that size: one allocation, which fits, and no staging.
-// What fits is the standard library's to say: the allocation is the one it
-// makes for a string of that size, and the capacity the one that reserving
-// for the input, filling and shrinking to fit leave (libc++ rounds both up).
-std::vector<size_t> fittedAllocation(size_t size) {
-  return allocationsOf([&] { std::u32string fitted(size, U'x'); });
+// The decoders stage on the stack and append to a result reserved to the
+// bound of its code points, which well-formed text meets: one allocation,
+// which fits, for input of any length. What fits is the standard library's
+// to say: the allocation is the one it makes for a new string of that size
+// (libc++ rounds it up).
+std::vector<size_t> freshAllocation(size_t size) {
+  return allocationsOf([&] { std::u32string fresh(size, U'x'); });
 }
 
-TEST(ConversionAllocations, Utf8DecoderAllocatesOnlyTheFittedResult) {
-  const std::string input = mixedUtf8(100) + wellFormedUtf8(40);
-  String s;
-  const std::vector<size_t> sizes =
-      allocationsOf([&] { s.fromUTF8String(input); });
-  EXPECT_EQ(sizes, fittedAllocation(s.size()));
-  EXPECT_EQ(s.capacity(), fittedCapacity(input.size(), s.size()));
-}
-
-TEST(ConversionAllocations, Utf16DecoderAllocatesOnlyTheFittedResult) {
-  const std::u16string input = mixedUtf16(100) + wellFormedUtf16(40);
-  String s;
-  const std::vector<size_t> sizes =
-      allocationsOf([&] { s.fromUTF16String(input); });
-  EXPECT_EQ(sizes, fittedAllocation(s.size()));
-  EXPECT_EQ(s.capacity(), fittedCapacity(input.size(), s.size()));
-}
-
-// Every small size and every rounding class of the standard library, short
-// strings included: the decoded capacity is the one shrink_to_fit gives.
-TEST(ConversionAllocations, DecodersFitTheirResultAtEverySize) {
-  for (size_t n = 0; n <= 70; ++n) {
-    const String fromUtf8(std::string(n, 'a'));
-    const String fromUtf16(std::u16string(n, u'a'));
-    EXPECT_EQ(fromUtf8.capacity(), fittedCapacity(n, n)) << n;
-    EXPECT_EQ(fromUtf16.capacity(), fittedCapacity(n, n)) << n;
+TEST(ConversionAllocations,
+     Utf8DecoderAllocatesOnlyItsResultForWellFormedText) {
+  for (const std::string& input :
+       {std::string("short"), wellFormedUtf8(40), wellFormedUtf8(2000)}) {
+    String s;
+    const std::vector<size_t> sizes =
+        allocationsOf([&] { s.fromUTF8String(input); });
+    EXPECT_EQ(sizes, freshAllocation(s.size())) << input.size() << " bytes";
+    EXPECT_LE(s.capacity(), freshCapacity(s.size()));
   }
+}
+
+TEST(ConversionAllocations,
+     Utf16DecoderAllocatesOnlyItsResultForWellFormedText) {
+  for (const std::u16string& input :
+       {std::u16string(u"short"), wellFormedUtf16(40), wellFormedUtf16(2000)}) {
+    String s;
+    const std::vector<size_t> sizes =
+        allocationsOf([&] { s.fromUTF16String(input); });
+    EXPECT_EQ(sizes, freshAllocation(s.size())) << input.size() << " units";
+    EXPECT_LE(s.capacity(), freshCapacity(s.size()));
+  }
+}
+
+// Malformed input longer than one staging chunk gives fewer code points than
+// the bound: the result is fitted by a copy, and only the copy is left.
+TEST(ConversionAllocations, Utf8DecoderFitsAResultShortOfTheBound) {
+  const std::string input = mixedUtf8(1000);
+  String s;
+  const long before = gHook.live;
+  EXPECT_EQ(allocationsOf([&] { s.fromUTF8String(input); }).size(), 2u);
+  EXPECT_EQ(gHook.live, before + 1);
+  EXPECT_LE(s.capacity(), freshCapacity(s.size()));
+}
+
+TEST(ConversionAllocations, Utf16DecoderFitsAResultShortOfTheBound) {
+  const std::u16string input = mixedUtf16(1000);
+  String s;
+  const long before = gHook.live;
+  EXPECT_EQ(allocationsOf([&] { s.fromUTF16String(input); }).size(), 2u);
+  EXPECT_EQ(gHook.live, before + 1);
+  EXPECT_LE(s.capacity(), freshCapacity(s.size()));
 }
 
 // The encoders stage on the stack: what they allocate is their result,
@@ -343,14 +379,26 @@ TEST(ConversionAllocations, EncodersLeaveOnlyTheirResult) {
   EXPECT_EQ(gHook.live, before + 1);
 }
 
-TEST(ConversionAllocations, Utf8EncoderReservesNothing) {
-  // The result grows through the appends of its chunks: the first
-  // allocation is far below the 40000 bytes of the result.
+TEST(ConversionAllocations, Utf8EncoderMakesAnEvenResultInOneAllocation) {
+  // The rate of the first chunk, two bytes an element, holds throughout:
+  // the 40000 bytes of the result take one allocation, with little to spare.
   const String s(std::u32string(20000, U'\u00E9'));
   const std::vector<size_t> sizes =
       allocationsOf([&] { (void)s.toUTF8String(); });
-  ASSERT_GE(sizes.size(), 2u);
-  EXPECT_LT(sizes[0], 20000u);
+  ASSERT_EQ(sizes.size(), 1u);
+  EXPECT_GE(sizes[0], 40000u);
+  EXPECT_LT(sizes[0], 40000u + 40000u / 8);
+}
+
+TEST(ConversionAllocations, Utf8EncoderGrowsOnceForADenserRest) {
+  // A first chunk of ASCII underestimates a rest of four-byte forms: the
+  // result grows once, to the doubled reserve, and no more.
+  std::u32string text(10000, U'a');
+  text.append(2000, U'\U0001F600');
+  const String s(text);
+  const std::vector<size_t> sizes =
+      allocationsOf([&] { (void)s.toUTF8String(); });
+  EXPECT_EQ(sizes.size(), 2u);
 }
 
 TEST(ConversionAllocations, Utf16EncoderReservesTheElementCount) {

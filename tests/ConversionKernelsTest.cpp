@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "string/Staging.h"
 #include "tests/CorpusTexts.h"
 #include "tests/reference/Utf16Reference.h"
 #include "tests/reference/Utf8Reference.h"
@@ -59,16 +60,25 @@ std::string hexBytes(const std::string& s) {
   return out;
 }
 
+// The decoders' staging: String's, and the least that they allow.
+constexpr std::size_t kStringStaging = zelvo::unicode::kDecodeStaging;
+constexpr std::size_t kLeastStaging = 128;
+
 class KernelSet : public ::testing::TestWithParam<const ConversionKernels*> {
  protected:
   const ConversionKernels& set() const { return *GetParam(); }
 
-  // Decodes through the set and checks the result and the exact count
-  // against the reference; returns false on the first miss.
+  // Decodes through the set, staging as little as the decoders allow and
+  // as much as String does, and checks the results and the bound against
+  // the reference; returns false on the first miss.
   bool decodesAsReference(const std::string& in) {
     const std::u32string expected = zelvo_reference::decodeUtf8(in);
-    const zelvo_kernels::Decoded d = decodeUtf8With(set(), in);
-    if (d.elements == expected && d.counted == expected.size()) return true;
+    const zelvo_kernels::Decoded d = decodeUtf8With<kStringStaging>(set(), in);
+    if (d.elements == expected &&
+        d.bound == zelvo_reference::nonContinuationBytes(in) &&
+        d.bound >= expected.size() &&
+        decodeUtf8With<kLeastStaging>(set(), in).elements == expected)
+      return true;
     ADD_FAILURE() << set().name << ": " << in.size()
                   << " bytes: " << hexBytes(in);
     return false;
@@ -76,8 +86,12 @@ class KernelSet : public ::testing::TestWithParam<const ConversionKernels*> {
 
   bool decodesAsReference(const std::u16string& in) {
     const std::u32string expected = zelvo_reference::decodeUtf16(in);
-    const zelvo_kernels::Decoded d = decodeUtf16With(set(), in);
-    if (d.elements == expected && d.counted == expected.size()) return true;
+    const zelvo_kernels::Decoded d = decodeUtf16With<kStringStaging>(set(), in);
+    if (d.elements == expected &&
+        d.bound == zelvo_reference::unitsLessPairedLows(in) &&
+        d.bound >= expected.size() &&
+        decodeUtf16With<kLeastStaging>(set(), in).elements == expected)
+      return true;
     ADD_FAILURE() << set().name << ": " << in.size() << " units";
     return false;
   }
@@ -87,10 +101,11 @@ class KernelSet : public ::testing::TestWithParam<const ConversionKernels*> {
   bool encodesAsReference(const std::u32string& in) {
     const std::string utf8 = zelvo_reference::encodeUtf8(in);
     const std::u16string utf16 = zelvo_reference::encodeUtf16(in);
-    if (encodeUtf8With<8192>(set(), in) == utf8 &&
+    if (encodeUtf8With<zelvo::unicode::kUtf8EncodeStaging>(set(), in) == utf8 &&
         encodeUtf8With<64>(set(), in) == utf8 &&
-        encodeUtf16With<4096>(set(), in) == utf16 &&
-        encodeUtf16With<16>(set(), in) == utf16)
+        encodeUtf16With<zelvo::unicode::kUtf16EncodeStaging>(set(), in) ==
+            utf16 &&
+        encodeUtf16With<32>(set(), in) == utf16)
       return true;
     ADD_FAILURE() << set().name << ": " << in.size() << " elements";
     return false;
@@ -200,6 +215,29 @@ TEST_P(KernelSet, ConversionsOfTheCorpusMatch) {
     for (int i = 0; i < 50; ++i)
       text[random() % text.size()] = static_cast<char>(random() % 256);
     ASSERT_TRUE(decodesAsReference(text));
+  }
+}
+
+// Long texts of every script with a malformed piece put in before each code
+// point near the places where String's staging fills and is appended: a
+// chunk ends when fewer places are left than one block writes, so up to 128
+// code points before the end of the staging.
+TEST_P(KernelSet, Utf8DecodingWithMalformedPiecesAtTheStagingEdgesMatches) {
+  const std::string kPieces[] = {"\xC3", "\xE2\x82", "\x80", "\xF8",
+                                 "\xF0\x9F\x98"};
+  for (const std::u32string& script : kScripts) {
+    const std::u32string elements = repeated(script, 2 * kStringStaging + 100);
+    for (std::size_t edge = kStringStaging; edge < elements.size();
+         edge += kStringStaging) {
+      for (std::size_t at = edge - 130; at < edge + 10; ++at) {
+        const std::string before =
+            zelvo_reference::encodeUtf8(elements.substr(0, at));
+        const std::string after =
+            zelvo_reference::encodeUtf8(elements.substr(at));
+        for (const std::string& piece : kPieces)
+          if (!decodesAsReference(before + piece + after)) return;
+      }
+    }
   }
 }
 
@@ -373,6 +411,24 @@ TEST_P(KernelSet, Utf16DecodingOfRandomUnitsMatches) {
       }
     }
     if (!decodesAsReference(in)) return;
+  }
+}
+
+TEST_P(KernelSet, Utf16DecodingWithLoneSurrogatesAtTheStagingEdgesMatches) {
+  const std::u16string kPieces[] = {u"\xD800", u"\xDC00", u"\xDBFF\xDBFF"};
+  for (const std::u32string& script : kScripts) {
+    const std::u32string elements = repeated(script, 2 * kStringStaging + 100);
+    for (std::size_t edge = kStringStaging; edge < elements.size();
+         edge += kStringStaging) {
+      for (std::size_t at = edge - 40; at < edge + 10; ++at) {
+        const std::u16string before =
+            zelvo_reference::encodeUtf16(elements.substr(0, at));
+        const std::u16string after =
+            zelvo_reference::encodeUtf16(elements.substr(at));
+        for (const std::u16string& piece : kPieces)
+          if (!decodesAsReference(before + piece + after)) return;
+      }
+    }
   }
 }
 

@@ -9,6 +9,7 @@
 
 #include "string/Blocks.h"
 #include "string/ConversionKernels.h"
+#include "string/Staging.h"
 #include "string/Utf16Steps.h"
 #include "string/Utf8Steps.h"
 
@@ -31,30 +32,33 @@ constexpr std::size_t kGuardPlaces = 80;
 
 struct Decoded {
   std::u32string elements;  // the result
-  std::size_t counted;      // the set's exact count
+  std::size_t bound;        // the set's bound of it
 };
 
-// Decodes as String does, with the given set.
-inline Decoded decodeUtf8With(const ConversionKernels& set,
-                              const std::string& in) {
+// Decodes as String does, with the given set; the staging sizes go from as
+// small as the decoders allow, which puts flush points everywhere, to
+// String's own.
+template <std::size_t kStaging>
+Decoded decodeUtf8With(const ConversionKernels& set, const std::string& in) {
   const auto* p = reinterpret_cast<const unsigned char*>(in.data());
   const unsigned char* end = p + in.size();
-  const std::size_t counted = set.countUtf8(p, end);
-  return {zelvo::unicode::decodeApart(p, end, counted, set.decodeUtf8,
-                                      zelvo::unicode::kernels::decodeUtf8Step,
-                                      64, 64),
-          counted};
+  return {zelvo::unicode::decodeApart<kStaging>(
+              p, end, set.boundUtf8, set.decodeUtf8,
+              zelvo::unicode::kernels::decodeUtf8Step,
+              zelvo::unicode::kUtf8DecodePace),
+          set.boundUtf8(p, end)};
 }
 
-inline Decoded decodeUtf16With(const ConversionKernels& set,
-                               const std::u16string& in) {
+template <std::size_t kStaging>
+Decoded decodeUtf16With(const ConversionKernels& set,
+                        const std::u16string& in) {
   const char16_t* p = in.data();
   const char16_t* end = p + in.size();
-  const std::size_t counted = set.countUtf16(p, end);
-  return {zelvo::unicode::decodeApart(p, end, counted, set.decodeUtf16,
-                                      zelvo::unicode::kernels::decodeUtf16Step,
-                                      16, 16),
-          counted};
+  return {zelvo::unicode::decodeApart<kStaging>(
+              p, end, set.boundUtf16, set.decodeUtf16,
+              zelvo::unicode::kernels::decodeUtf16Step,
+              zelvo::unicode::kUtf16DecodePace),
+          set.boundUtf16(p, end)};
 }
 
 inline const char32_t* encodeUtf8Step(const char32_t* p, const char32_t*,
@@ -76,9 +80,9 @@ template <std::size_t kStaging>
 std::string encodeUtf8With(const ConversionKernels& set,
                            const std::u32string& in) {
   std::string out;
-  zelvo::unicode::convertByChunks<kStaging, unsigned char>(
-      in.data(), in.data() + in.size(), out, set.encodeUtf8, encodeUtf8Step, 8,
-      64);
+  zelvo::unicode::convertByChunks<kStaging, unsigned char, true>(
+      in.data(), in.data() + in.size(), out, set.encodeUtf8, encodeUtf8Step,
+      zelvo::unicode::kUtf8EncodePace);
   return out;
 }
 
@@ -86,9 +90,9 @@ template <std::size_t kStaging>
 std::u16string encodeUtf16With(const ConversionKernels& set,
                                const std::u32string& in) {
   std::u16string out;
-  zelvo::unicode::convertByChunks<kStaging, char16_t>(
+  zelvo::unicode::convertByChunks<kStaging, char16_t, false>(
       in.data(), in.data() + in.size(), out, set.encodeUtf16, encodeUtf16Step,
-      8, 16);
+      zelvo::unicode::kUtf16EncodePace);
   return out;
 }
 

@@ -6,12 +6,8 @@
 #include <cstddef>
 #include <string>
 
-// The capacity of a std::u32string that reserves `reserved`, then receives
-// `size` elements and is shrunk to fit, as the decoders build their result.
-inline std::size_t fittedCapacity(std::size_t reserved, std::size_t size) {
-  std::u32string s;
-  s.reserve(reserved);
-  s.append(size, U'x');
-  s.shrink_to_fit();
-  return s.capacity();
+// The capacity the standard string gives a new string of exactly n
+// elements: the most a result of n elements may keep.
+inline std::size_t freshCapacity(std::size_t n) {
+  return std::u32string(n, U'x').capacity();
 }

@@ -132,13 +132,14 @@ TEST(Utf16Decoding, ConstructorFromU16StringDecodes) {
 }
 
 TEST(Utf16Decoding, ResultCapacityFitsItsContent) {
-  // 400 units of pairs give 200 elements, where 400 were reserved.
+  // 400 units of pairs give 200 elements: no more room than a new string
+  // of 200 elements has.
   std::u16string input;
   for (int i = 0; i < 200; ++i) input += u"\U0001F600";
   String s;
   s.fromUTF16String(input);
   ASSERT_EQ(s.size(), 200u);
-  EXPECT_EQ(s.capacity(), fittedCapacity(400, 200));
+  EXPECT_LE(s.capacity(), freshCapacity(200));
 }
 
 TEST(Utf16Decoding, OldStorageIsReleased) {
@@ -146,7 +147,7 @@ TEST(Utf16Decoding, OldStorageIsReleased) {
   ASSERT_GE(s.capacity(), 1000u);
   s.fromUTF16String(u"0123456789");
   EXPECT_EQ(s.size(), 10u);
-  EXPECT_EQ(s.capacity(), fittedCapacity(10, 10));
+  EXPECT_LE(s.capacity(), freshCapacity(10));
 }
 
 TEST(Utf16Decoding, NeverCreatesReplacementCharacters) {

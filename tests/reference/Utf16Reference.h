@@ -52,6 +52,18 @@ inline std::u16string encodeUtf16(const std::u32string& in) {
   return out;
 }
 
+// The units less the low surrogates that stand right behind a high one:
+// decoding gives no more code points than this.
+inline std::size_t unitsLessPairedLows(const std::u16string& in) {
+  std::size_t n = in.size();
+  for (std::size_t i = 1; i < in.size(); ++i) {
+    if (in[i - 1] >= 0xD800 && in[i - 1] <= 0xDBFF && in[i] >= 0xDC00 &&
+        in[i] <= 0xDFFF)
+      --n;
+  }
+  return n;
+}
+
 // Surrogates only as a high unit directly followed by a low unit.
 inline bool isWellFormedUtf16(const std::u16string& in) {
   for (std::size_t i = 0; i < in.size(); ++i) {

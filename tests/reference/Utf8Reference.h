@@ -76,6 +76,17 @@ inline std::string encodeUtf8(const std::u32string& in) {
   return out;
 }
 
+// The bytes that are not 0x80 to 0xBF: each step that gives a code point
+// starts at one of them, so decoding gives no more code points than this.
+inline std::size_t nonContinuationBytes(const std::string& in) {
+  std::size_t n = 0;
+  for (const char c : in) {
+    const std::uint8_t b = static_cast<std::uint8_t>(c);
+    if (b < 0x80 || b > 0xBF) ++n;
+  }
+  return n;
+}
+
 // Shortest forms of U+0000 to U+D7FF and U+E000 to U+10FFFF only.
 inline bool isWellFormedUtf8(const std::string& in) {
   std::size_t i = 0;
