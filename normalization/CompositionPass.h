@@ -7,6 +7,10 @@
 
 #include "normalization/Scans.h"
 
+// Internal to the library, and hidden: calls from its other parts go
+// straight to these, not through the tables of the dynamic linker.
+#pragma GCC visibility push(hidden)
+
 namespace zelvo {
 namespace unicode {
 
@@ -85,3 +89,5 @@ inline size_t removeMarkers(char32_t* s, size_t length, char32_t marker) {
 
 }  // namespace unicode
 }  // namespace zelvo
+
+#pragma GCC visibility pop

@@ -9,6 +9,10 @@
 #include "normalization/Forms.h"
 #include "string/String.h"
 
+// Internal to the library, and hidden: calls from its other parts go
+// straight to these, not through the tables of the dynamic linker.
+#pragma GCC visibility push(hidden)
+
 namespace zelvo {
 namespace unicode {
 
@@ -54,3 +58,5 @@ String decomposeWithIndex(const String& s);
 
 }  // namespace unicode
 }  // namespace zelvo
+
+#pragma GCC visibility pop

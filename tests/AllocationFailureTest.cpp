@@ -645,6 +645,19 @@ TEST(AllocationFailureTest, QuickChecksWithoutMaybeAllocateNothing) {
             0);
 }
 
+TEST(AllocationFailureTest,
+     ComposedChecksWithoutMaybeAllocateNothingWhereTextMayChange) {
+  // Pieces that composition would change, or decompose and compose again,
+  // but no Maybe code point to make them count.
+  const String mayChange = heapString(
+      {0x61, 0x0625, 0x0650, 0x0651, 0x62, 0xAC00, 0x11A7, 0xE9, 0x0315, 0x20});
+  EXPECT_EQ(allocationsWhile([&] {
+              volatile bool sink = isNFC(mayChange) && isNFKC(mayChange);
+              (void)sink;
+            }),
+            0);
+}
+
 TEST(AllocationFailureTest, SimpleCaseMappingOfAStringLeavesTheArgumentAlone) {
   expectEveryFailureLeavesStateAsItWas<String>(
       richText, [](String& s) { return toUpperSimple(s); });
