@@ -20,6 +20,18 @@
 namespace zelvo {
 namespace unicode {
 
+// A piece whose decomposition has no more elements than this is composed
+// in buffers of this size on the stack.
+constexpr size_t kPieceBuffer = 64;
+
+// Composes the decomposition s[0, length), whose marks are in order unless
+// unordered is set, in place; returns how many elements are left.
+inline size_t composeDecomposed(char32_t* s, size_t length, bool unordered) {
+  if (unordered) orderMarks(s, s + length, IndexSource());
+  composePass(s, length, IndexSource());
+  return removeMarkers(s, length, IndexSource::deletedMarker);
+}
+
 // Appends the composed form of the piece [first, last) to out. The string
 // has at least two elements, so the pass runs, and removes markers, whatever
 // the length of the piece.
@@ -39,17 +51,44 @@ void appendComposedPiece(const char32_t* first, const char32_t* last,
                   (size == 3 ? first[2] - H::TBase : 0));
     return;
   }
+  // The decomposition, with the record of every element, so that the pass
+  // asks no element's record again.
+  char32_t elements[kPieceBuffer];
+  std::uint32_t records[kPieceBuffer];
+  size_t length = 0;
+  OrderWatch order;
+  for (const char32_t* p = first; p != last && length <= kPieceBuffer; ++p)
+    decomposeCodePoint<Form>(*p, propertyindex::lookup(*p),
+                             [&](char32_t element, std::uint32_t record) {
+                               if (length < kPieceBuffer) {
+                                 elements[length] = element;
+                                 records[length] = record;
+                                 order.take(record);
+                               }
+                               ++length;
+                             });
+  if (length <= kPieceBuffer) {
+    if (order.unordered) {
+      orderMarks(elements, elements + length, IndexSource());
+      for (size_t k = 0; k < length; ++k)
+        records[k] = propertyindex::lookup(elements[k]);
+    }
+    composePass(elements, length, RecordSource(records));
+    for (size_t k = 0; k < length; ++k)
+      if (elements[k] != IndexSource::deletedMarker) out.push_back(elements[k]);
+    return;
+  }
+  // A longer one is composed in the output itself.
   const size_t base = out.size();
-  int weight = 0;
-  bool unordered = false;
+  OrderWatch longOrder;
   for (const char32_t* p = first; p != last; ++p)
-    appendDecomposition<Form>(out, *p, propertyindex::lookup(*p), weight,
-                              unordered);
-  char32_t* const piece = &out[base];
-  const size_t length = out.size() - base;
-  if (unordered) orderMarks(piece, piece + length, IndexSource());
-  composePass(piece, length, IndexSource());
-  out.resize(base + removeMarkers(piece, length, IndexSource::deletedMarker));
+    decomposeCodePoint<Form>(*p, propertyindex::lookup(*p),
+                             [&](char32_t element, std::uint32_t record) {
+                               out.push_back(element);
+                               longOrder.take(record);
+                             });
+  out.resize(base + composeDecomposed(&out[base], out.size() - base,
+                                      longOrder.unordered));
 }
 
 // toNFC (toNFKC) of a string of fewer than two elements: its decomposition,
@@ -57,16 +96,15 @@ void appendComposedPiece(const char32_t* first, const char32_t* last,
 template <class Form>
 String composeShort(const String& s) {
   std::u32string out;
-  int weight = 0;
-  bool unordered = false;
+  OrderWatch order;
   if (!s.empty())
-    appendDecomposition<Form>(out, s[0], propertyindex::lookup(s[0]), weight,
-                              unordered);
-  if (out.size() > 1) {
-    if (unordered) orderMarks(&out[0], &out[0] + out.size(), IndexSource());
-    composePass(&out[0], out.size(), IndexSource());
-    out.resize(removeMarkers(&out[0], out.size(), IndexSource::deletedMarker));
-  }
+    decomposeCodePoint<Form>(s[0], propertyindex::lookup(s[0]),
+                             [&](char32_t element, std::uint32_t record) {
+                               out.push_back(element);
+                               order.take(record);
+                             });
+  if (out.size() > 1)
+    out.resize(composeDecomposed(&out[0], out.size(), order.unordered));
   return String(std::move(out));
 }
 

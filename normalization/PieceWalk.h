@@ -8,6 +8,7 @@
 #include "normalization/DataSources.h"
 #include "normalization/Forms.h"
 #include "normalization/Scans.h"
+#include "transform/NormalizationData.h"
 #include "transform/PropertyIndex.h"
 
 // Internal to the library, and hidden: calls from its other parts go
@@ -35,14 +36,15 @@ inline std::uint32_t recordBelowLimit(char32_t c) {
 // Takes the code points from p on that need no more than their record in
 // the property index, for as long as no piece has to be handed over: plain
 // ones, below plainBelow or not, each of which starts a piece that stays as
-// it is; marks and second elements of pairs in order, which leave the piece
-// as it is unless it starts with a starter that decomposes or, for a second
-// element, with a first one; and Hangul vowels and trailing places, which
-// make the piece one that may change. Nearly every code point of any text
-// is one of them. A record with any of the flags seen is not taken, for the
-// visitor to see it. Returns where it stopped: at end, or at a code point
-// that the walk has to take itself. Out of line, so that its few values
-// stay in registers.
+// it is; starters that decompose and stay as they are alone, which start a
+// piece that may change only if marks follow; marks and second elements of
+// pairs in order, which leave the piece as it is unless it starts with a
+// starter that decomposes or, for a second element, with a first one; and
+// Hangul vowels and trailing places, which make the piece one that may
+// change. Nearly every code point of any text is one of them. A record with any
+// of the flags seen is not taken, for the visitor to see it. Returns where it
+// stopped: at end, or at a code point that the walk has to take itself. Out of
+// line, so that its few values stay in registers.
 template <class Form>
 [[gnu::noinline]] const char32_t* takeSimpleRoles(const char32_t* p,
                                                   const char32_t* const end,
@@ -89,9 +91,20 @@ template <class Form>
       starter = false;
       if (p == end || outside(c)) continue;
     }
+    if ((index & (Form::kDecomposes | seen)) != 0) {
+      // A starter that decomposes, and stays as it is when it stands alone,
+      // starts a piece that may change if marks follow it.
+      if ((index & seen) != 0 || pending ||
+          (normalizationdata::record(c) & Form::kQuick) == 0)
+        break;
+      start = p;
+      last = 0;
+      starter = true;
+      ++p;
+      continue;
+    }
     // A mark, a second element, a Hangul vowel or trailing place, or a
     // starter in a quick check list.
-    if ((index & (Form::kDecomposes | seen)) != 0) break;
     const bool second = (index & propertyindex::kComposesSecond) != 0;
     const int weight = propertyindex::combiningClass(index);
     if (weight == 0) {
@@ -119,9 +132,9 @@ template <class Form>
 // to visit.piece(start, end), in order. A code point that is not plain goes
 // to visit.code(c, index, disordered) first, with its record in the property
 // index and whether its class is below that of the code point before it; but
-// not a mark, a second element or a Hangul vowel or trailing place in order
-// whose record has none of the flags visit.seen(), for which code would say
-// true and do nothing. Code points below plainBelow must be plain, and
+// not a code point that takeSimpleRoles takes, whose record has none of the
+// flags visit.seen() and which is in order, for which code would say true
+// and do nothing. Code points below plainBelow must be plain, and
 // text[from] must start a piece: from is 0 or a start that an earlier walk
 // handed over. Either call may stop the walk by returning false; then so
 // does the walk.

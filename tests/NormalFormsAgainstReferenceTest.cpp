@@ -261,6 +261,11 @@ std::vector<Filler> fillers() {
                        200)},
       {"thai",
        cycle({0x0E01, 0x0E34, 0x0E48, 0x0E19, 0x0E38, 0x0E49, 0x20}, 200)},
+      // Letters that decompose and stay as they are alone, of many blocks,
+      // with no plain code point between them.
+      {"precomposed", cycle({0x00C5, 0x1E14, 0x01D5, 0x1EC7, 0x0419, 0x03AC,
+                             0x1F00, 0x304C, 0x0929, 0x09CB, 0x1E69},
+                            200)},
   };
 }
 
@@ -291,6 +296,12 @@ std::vector<String> specialCases() {
       {0x0065, 0x0331, 0x0323},
       {0x0323, 0x0301, 0x0345, 0x0300, 0x0334, 0x0308, 0x0316},
       {0xD800, 0x110000},
+      {0x00E9, 0x0301},
+      {0x1E14, 0x0323, 0x0301},
+      {0x00C5, 0x11A7},
+      {0x1100, 0x1161, 0x00E9, 0x0300},
+      {0x01D5, kMarker, 0x0304},
+      {0x00E9, 0x110000, 0x0301},
   };
 }
 
@@ -339,6 +350,75 @@ TEST(NormalFormsAgainstReferenceTest, LongRunsOfMarks) {
       for (size_t k = 0; k < length; ++k) s.push_back(marks[random() % 10]);
       s.push_back(0x0062);
       ASSERT_AS_REFERENCE(s);
+    }
+  }
+}
+
+// A starter with a decomposition of either kind, most of which stay as they
+// are alone: with marks after it in order and out of order, with Hangul jamo
+// and syllables on either side, and beside values that have no data.
+TEST(NormalFormsAgainstReferenceTest,
+     StartersThatDecomposeInEveryNeighbourhood) {
+  std::vector<char32_t> starters;
+  for (const auto& entry : gTransformTables.decompositionMap)
+    if (!gTransformTables.weightMap.count(entry.first))
+      starters.push_back(entry.first);
+  for (const auto& entry : gTransformTables.compatDecompositionMap)
+    starters.push_back(entry.first);
+  ASSERT_GT(starters.size(), 5000u);
+  for (char32_t c : starters) {
+    const std::vector<String> neighbourhoods = {
+        {c, 0x0301},
+        {c, 0x0323, 0x0301},
+        {c, 0x0301, 0x0323},
+        {c, 0x0315, 0x0300, 0x0062},
+        {c, 0x0308, 0x0304},
+        {c, 0x1161},
+        {c, 0x11A7},
+        {c, 0x11A8, 0x0301},
+        {0x1100, c},
+        {0x1100, 0x1161, c, 0x0301},
+        {c, 0x1100, 0x1161, 0x11A7},
+        {0xAC00, c, 0x11A7},
+        {c, kMarker},
+        {kMarker, c, 0x0301},
+        {c, kMarker, 0x0301},
+        {c, 0x110000, 0x0323},
+        {0xFFFFFFFE, c},
+        {c, c, 0x0327},
+        {0x0301, c},
+        {0x0061, c, 0x0062},
+    };
+    for (const String& s : neighbourhoods) ASSERT_AS_REFERENCE(s);
+  }
+}
+
+// Pieces whose decomposition has about as many elements as the buffer in
+// which a piece is composed (64), and longer: a base of one, two or three
+// elements, then marks, in order or not, with values without data among
+// them.
+TEST(NormalFormsAgainstReferenceTest, PiecesAroundTheLengthOfTheStackBuffer) {
+  std::mt19937 random(6464);
+  const char32_t bases[] = {0x0061, 0x00E9, 0x1E14, 0x01D5,
+                            0x0344, 0x1100, 0xAC01, 0xFDFA};
+  const char32_t marks[] = {0x0300, 0x0301, 0x0304, 0x0308, 0x0323,
+                            0x0327, 0x0334, 0x0345, 0x0315, 0x05B0};
+  for (char32_t base : bases) {
+    for (size_t count = 55; count <= 70; ++count) {
+      for (int trial = 0; trial < 4; ++trial) {
+        String s{0x0062, base};
+        for (size_t k = 0; k < count; ++k) {
+          if (trial == 0)
+            s.push_back(0x0301);  // in order, nothing composes after one
+          else if (trial == 3 && random() % 9 == 0)
+            s.push_back(random() % 2 ? kMarker : 0x110000);
+          else
+            s.push_back(marks[random() % (sizeof marks / sizeof *marks)]);
+        }
+        s.push_back(0x0063);
+        ASSERT_AS_REFERENCE(s) << "base " << hex(String{base}) << ", " << count
+                               << " marks, trial " << trial;
+      }
     }
   }
 }
