@@ -28,6 +28,12 @@ done
 if [ -e "$prefix/include/string" ] || [ -e "$prefix/include/Unicode.h" ]; then
   echo "headers were installed loose in include/"; exit 1
 fi
+for notice in LICENSE LICENSE-UNICODE; do
+  test -f "$prefix/share/doc/zelvo-unicode/$notice" ||
+    { echo "missing share/doc/zelvo-unicode/$notice"; exit 1; }
+done
+test -f "$prefix/share/man/man1/zelvo-unicode.1" ||
+  { echo "the manual page of the tool was not installed"; exit 1; }
 libdir="$(dirname "$(find "$prefix" -name 'libzelvo_unicode.so.0' | head -1)")"
 test -n "$libdir" || { echo "no libzelvo_unicode.so.0 installed"; exit 1; }
 

@@ -1,6 +1,7 @@
 # Installation: the shared library, its public headers under an include
 # folder of the library's own, the CMake package ZelvoUnicode with the
-# target zelvo::unicode, a pkg-config file, and the tool.
+# target zelvo::unicode, a pkg-config file, and the tool with its manual
+# page.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -23,15 +24,11 @@ install(TARGETS zelvo_unicode
 
 # Only the public headers: the generated fillers and the internal headers
 # of the sources stay behind.
-install(FILES Unicode.h
-  DESTINATION "${ZELVO_UNICODE_INSTALL_INCLUDEDIR}")
-install(FILES string/String.h
-  DESTINATION "${ZELVO_UNICODE_INSTALL_INCLUDEDIR}/string")
-install(FILES codepage/CodePage.h codepage/CodePageTranslator.h
-  DESTINATION "${ZELVO_UNICODE_INSTALL_INCLUDEDIR}/codepage")
-install(FILES transform/UnicodeOperations.h
-              transform/UnicodeTransformationTables.h
-  DESTINATION "${ZELVO_UNICODE_INSTALL_INCLUDEDIR}/transform")
+foreach(header IN LISTS ZELVO_UNICODE_PUBLIC_HEADERS)
+  get_filename_component(folder "${header}" DIRECTORY)
+  install(FILES "${header}"
+    DESTINATION "${ZELVO_UNICODE_INSTALL_INCLUDEDIR}/${folder}")
+endforeach()
 
 install(EXPORT ZelvoUnicodeTargets
   NAMESPACE zelvo::
@@ -70,4 +67,11 @@ install(FILES "${PROJECT_BINARY_DIR}/zelvo-unicode.pc"
 
 if(TARGET zelvo-unicode)
   install(TARGETS zelvo-unicode RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(FILES tools/zelvo-unicode.1
+    DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
 endif()
+
+# The licence of the library, and the Unicode licence notice that goes with
+# the tables generated from the Unicode Character Database.
+install(FILES LICENSE LICENSE-UNICODE
+  DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/zelvo-unicode")

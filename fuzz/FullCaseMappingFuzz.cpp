@@ -1,18 +1,25 @@
-// Fuzzes full case mapping with the languages "", "tr", "az", "lt", near
-// misses, table keys and fuzzed text: against a model of the walk and its
-// context tests, and by properties that hold whatever the tables say.
+// Fuzzes case mapping and folding with the languages "", "tr", "az", "lt",
+// near misses, table keys and fuzzed text: against the plain transcription
+// of the walk, its context tests and the simple lookups in
+// tests/reference/CaseReference.h, and by properties that hold whatever the
+// tables say.
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "fuzz/CaseMappingModel.h"
 #include "fuzz/FuzzSupport.h"
+#include "tests/reference/CaseReference.h"
 #include "transform/UnicodeOperations.h"
 
 using namespace zelvo::unicode;
 using namespace zelvo_fuzz;
 
 namespace {
+
+zelvo_reference::CaseReference const& plain() {
+  static zelvo_reference::CaseReference const reference(gTransformTables);
+  return reference;
+}
 
 constexpr size_t kMaxElements = 2048;
 
@@ -61,9 +68,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
   const String upper = toUpperFull(s, language);
   const String lower = toLowerFull(s, language);
-  FUZZ_CHECK(upper == modelFull(s, language, true),
+  FUZZ_CHECK(upper == plain().upperFull(s, language),
              where + " upper " + hex(upper));
-  FUZZ_CHECK(lower == modelFull(s, language, false),
+  FUZZ_CHECK(lower == plain().lowerFull(s, language),
              where + " lower " + hex(lower));
 
   // Bad code points are in no table and pass through in their places.
@@ -95,7 +102,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                at);
     FUZZ_CHECK(toLowerFull(c, language) == toLowerFull(String(1, c), language),
                at);
-    FUZZ_CHECK(toTitleFull(c, language) == modelTitle(c, language), at);
+    FUZZ_CHECK(toTitleFull(c, language) == plain().titleFull(c, language), at);
+    FUZZ_CHECK(gTransformTables.toUpperFull(c) == plain().upperFull(c), at);
+    FUZZ_CHECK(gTransformTables.toLowerFull(c) == plain().lowerFull(c), at);
   }
 
   // Simple mappings and folding keep the length and map each element alone.
@@ -106,14 +115,19 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   FUZZ_CHECK(toLowerSimple(s) == lowerInPlace, where);
   FUZZ_CHECK(upperInPlace.size() == s.size(), where);
   for (size_t i = 0; i < s.size(); ++i) {
-    FUZZ_CHECK(upperInPlace[i] == toUpperSimple(s[i]), where);
-    FUZZ_CHECK(lowerInPlace[i] == toLowerSimple(s[i]), where);
-    char32_t folded = s[i];
+    const char32_t c = s[i];
+    FUZZ_CHECK(upperInPlace[i] == plain().upper(c), where);
+    FUZZ_CHECK(lowerInPlace[i] == plain().lower(c), where);
+    FUZZ_CHECK(toUpperSimple(c) == plain().upper(c), where);
+    FUZZ_CHECK(toLowerSimple(c) == plain().lower(c), where);
+    FUZZ_CHECK(toTitleSimple(c) == plain().title(c), where);
+    FUZZ_CHECK(simpleCaseFold(c) == plain().fold(c), where);
+    char32_t folded = c;
     simpleCaseFoldInPlace(folded);
-    FUZZ_CHECK(folded == simpleCaseFold(s[i]), where);
-    char32_t title = s[i];
+    FUZZ_CHECK(folded == plain().fold(c), where);
+    char32_t title = c;
     toTitleSimpleInPlace(title);
-    FUZZ_CHECK(title == toTitleSimple(s[i]), where);
+    FUZZ_CHECK(title == plain().title(c), where);
   }
   return 0;
 }

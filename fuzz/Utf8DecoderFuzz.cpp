@@ -1,12 +1,14 @@
 // Fuzzes the UTF-8 decoder and encoder of String (and the native forms, which
-// are UTF-8): both against a model of their rules, and the round trip of good
-// code points, and the bad code point members on whatever the decoder yields.
+// are UTF-8): both against the step-by-step reference, and the round trip of
+// good code points, and the bad code point members on whatever the decoder
+// yields.
 #include <cstdint>
 #include <string>
 
 #include "fuzz/FuzzSupport.h"
-#include "fuzz/ReferenceCodecs.h"
 #include "string/String.h"
+#include "tests/ConversionKernelsTest.h"
+#include "tests/reference/Utf8Reference.h"
 
 using zelvo::unicode::String;
 using namespace zelvo_fuzz;
@@ -52,7 +54,7 @@ void checkBadCodePointMembers(const String& s) {
   // back to the same elements.
   for (const String* clean : {&stripped, &replaced}) {
     std::string utf8 = clean->toUTF8String();
-    FUZZ_CHECK(isWellFormedUtf8(utf8), hex(held(*clean)));
+    FUZZ_CHECK(zelvo_reference::isWellFormedUtf8(utf8), hex(held(*clean)));
     FUZZ_CHECK(String(utf8) == *clean, hex(held(*clean)));
   }
 }
@@ -61,7 +63,7 @@ void checkBadCodePointMembers(const String& s) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);
-  const std::u32string expected = modelDecodeUtf8(bytes);
+  const std::u32string expected = zelvo_reference::decodeUtf8(bytes);
 
   const String decoded(bytes);
   FUZZ_CHECK(held(decoded) == expected, hexBytes(bytes));
@@ -79,10 +81,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
   // The encoder writes exactly the good elements, shortest form.
   const std::string encoded = decoded.toUTF8String();
-  FUZZ_CHECK(encoded == modelEncodeUtf8(expected), hexBytes(bytes));
+  FUZZ_CHECK(encoded == zelvo_reference::encodeUtf8(expected), hexBytes(bytes));
   FUZZ_CHECK(decoded.toNativeString() == encoded, hexBytes(bytes));
-  FUZZ_CHECK(isWellFormedUtf8(encoded), hexBytes(bytes));
-  if (isWellFormedUtf8(bytes)) FUZZ_CHECK(encoded == bytes, hexBytes(bytes));
+  FUZZ_CHECK(zelvo_reference::isWellFormedUtf8(encoded), hexBytes(bytes));
+  if (zelvo_reference::isWellFormedUtf8(bytes))
+    FUZZ_CHECK(encoded == bytes, hexBytes(bytes));
 
   // Good code points survive toUTF8String and fromUTF8String unchanged.
   String good = decoded;
@@ -92,9 +95,24 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
   checkBadCodePointMembers(decoded);
 
+  // Every kernel set, not only the one this processor picks, decodes and
+  // encodes as the reference does, with an exact count.
+  const String anyValues = fuzzText(data, size);
+  for (const auto* set : zelvo_kernels::availableKernelSets()) {
+    const zelvo_kernels::Decoded d = zelvo_kernels::decodeUtf8With(*set, bytes);
+    FUZZ_CHECK(d.elements == expected && d.counted == expected.size(),
+               std::string(set->name) + " " + hexBytes(bytes));
+    const std::u32string values(anyValues.begin(), anyValues.end());
+    FUZZ_CHECK(zelvo_kernels::encodeUtf8With<8192>(*set, values) ==
+                       zelvo_reference::encodeUtf8(values) &&
+                   zelvo_kernels::encodeUtf8With<64>(*set, values) ==
+                       zelvo_reference::encodeUtf8(values),
+               std::string(set->name) + " " + hex(values));
+  }
+
   // The same members on any 32-bit values, which no decoder can produce.
   const String text = fuzzText(data, size);
-  FUZZ_CHECK(text.toUTF8String() == modelEncodeUtf8(held(text)),
+  FUZZ_CHECK(text.toUTF8String() == zelvo_reference::encodeUtf8(held(text)),
              hex(held(text)));
   checkBadCodePointMembers(text);
   return 0;

@@ -157,7 +157,7 @@ class CaseData : public testing::Test {
     files_ = nullptr;
   }
   void SetUp() override {
-    if (!files_->found) GTEST_SKIP() << files_->missing;
+    if (!files_->found) GTEST_FAIL() << files_->missing;
   }
   static UnicodeFiles const& files() { return *files_; }
 

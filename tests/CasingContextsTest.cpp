@@ -2,13 +2,13 @@
 // that decide whether one applies, their dispatcher, and the languages.
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <random>
+#include <algorithm>
 #include <set>
 #include <string>
 #include <type_traits>
 #include <vector>
 
+#include "tests/reference/CaseReference.h"
 #include "transform/UnicodeOperations.h"
 #include "transform/UnicodeTransformationTables.h"
 
@@ -196,6 +196,14 @@ TEST_P(LowerWalk, GivesTheExpectedText) {
   EXPECT_EQ(elements(zelvo::unicode::toLowerFull(input, c.language)),
             c.expected);
   EXPECT_EQ(elements(input), c.input) << "the input is left alone";
+}
+
+// The plain transcription that the fast paths are held against gives the
+// same documented text.
+TEST_P(LowerWalk, PlainTranscriptionGivesTheExpectedText) {
+  WalkCase const& c = GetParam();
+  zelvo_reference::CaseReference const plain(gTransformTables);
+  EXPECT_EQ(elements(plain.lowerFull(text(c.input), c.language)), c.expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -529,107 +537,6 @@ TEST_F(ContextTest, DispatcherAsksTheTestsInTheirOrder) {
   EXPECT_EQ(dispatch(U"\u0049\u0307", 1), U"N");
   EXPECT_EQ(dispatch(U"\u0049\u0307\u0307", 1), U"A");
   EXPECT_EQ(dispatch(U"\u0041\u0307\u0307", 1), U"Z");
-}
-
-// ---------------------------------------------------------------------------
-// The walk against a plain reference: for every code point, the dispatcher,
-// then the one-code-point member. The library's walk skips the dispatcher
-// where no row can be reached; this shows that skip changes nothing.
-
-String referenceLower(String const& s, std::string const& language) {
-  String result;
-  if (s.length() == 0) return result;
-  char32_t const* begin = &s[0];
-  char32_t const* end = begin + s.length();
-  for (char32_t const* current = begin; current != end; ++current)
-    if (!gTransformTables.mapSpecialCondition(
-            begin, end, current, language,
-            gTransformTables.toLowerSpecialConditionMap, result))
-      result += gTransformTables.toLowerFull(*current);
-  return result;
-}
-
-String referenceUpper(String const& s, std::string const& language) {
-  String result;
-  if (s.length() == 0) return result;
-  char32_t const* begin = &s[0];
-  char32_t const* end = begin + s.length();
-  for (char32_t const* current = begin; current != end; ++current)
-    if (!gTransformTables.mapSpecialCondition(
-            begin, end, current, language,
-            gTransformTables.toUpperSpecialConditionMap, result))
-      result += gTransformTables.toUpperFull(*current);
-  return result;
-}
-
-std::vector<std::string> const& languagesToTry() {
-  static std::vector<std::string> const languages = {"",
-                                                     "tr",
-                                                     "az",
-                                                     "lt",
-                                                     "TR",
-                                                     "tr-TR",
-                                                     "xx",
-                                                     "Final_Sigma",
-                                                     "tr After_I",
-                                                     "tr Not_Before_Dot",
-                                                     "az After_I",
-                                                     "lt After_Soft_Dotted",
-                                                     "lt More_Above"};
-  return languages;
-}
-
-TEST(WalkAgainstReference, EveryShortTextOfTheNamedCodePoints) {
-  std::u32string const alphabet =
-      U"\u0049\u004A\u0069\u00CC\u00CD\u0128\u012E\u0130\u0307\u03A3"
-      U"\u0041\u0301\u0323\u002E\u0020\u02B0\u0391\u00DF";
-  std::vector<std::u32string> texts;
-  for (char32_t a : alphabet) {
-    texts.push_back({a});
-    for (char32_t b : alphabet) {
-      texts.push_back({a, b});
-      for (char32_t c : alphabet) texts.push_back({a, b, c});
-    }
-  }
-  int failures = 0;
-  for (std::string const& language : languagesToTry())
-    for (std::u32string const& s : texts) {
-      String const input(s);
-      if (elements(zelvo::unicode::toLowerFull(input, language)) !=
-              elements(referenceLower(input, language)) ||
-          elements(zelvo::unicode::toUpperFull(input, language)) !=
-              elements(referenceUpper(input, language))) {
-        if (++failures <= 10)
-          ADD_FAILURE() << "language \"" << language << "\", input "
-                        << testing::PrintToString(s);
-      }
-    }
-  EXPECT_EQ(failures, 0);
-}
-
-TEST(WalkAgainstReference, RandomLongerTexts) {
-  std::u32string const alphabet =
-      U"\u0049\u004A\u0069\u0130\u0307\u03A3\u0041\u0301\u0323\u002E"
-      U"\u0020\u0391\u0131\u012E\u00CC\U00010400\u1F88";
-  std::mt19937 random(7);
-  std::uniform_int_distribution<std::size_t> pick(0, alphabet.size() - 1);
-  std::uniform_int_distribution<std::size_t> length(1, 12);
-  int failures = 0;
-  for (int round = 0; round < 3000; ++round) {
-    std::u32string s(length(random), U'\0');
-    for (char32_t& c : s) c = alphabet[pick(random)];
-    String const input(s);
-    for (std::string const& language : languagesToTry())
-      if (elements(zelvo::unicode::toLowerFull(input, language)) !=
-              elements(referenceLower(input, language)) ||
-          elements(zelvo::unicode::toUpperFull(input, language)) !=
-              elements(referenceUpper(input, language))) {
-        if (++failures <= 10)
-          ADD_FAILURE() << "language \"" << language << "\", input "
-                        << testing::PrintToString(s);
-      }
-  }
-  EXPECT_EQ(failures, 0);
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
-// Sweeps the UTF-8 and UTF-16 conversions across the flush points of their
-// staging buffers, with runs of every encoded width on either side. A store
-// past the end of a staging buffer (as an ASCII fast path once made, caught
-// under AddressSanitizer) shows under the sanitize preset; everywhere the
-// results must be the plain encodings.
+// Sweeps the UTF-8 and UTF-16 conversions across the edges of their blocks
+// and of the encoders' staging chunks, with runs of every encoded width on
+// either side. A store past the end of a buffer (as an ASCII fast path once
+// made, caught under AddressSanitizer) shows under the sanitize preset;
+// everywhere the results must be the plain encodings.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -52,6 +52,27 @@ TEST(ConversionStagingBoundaryTest, Utf16RoundTripAcrossEveryFlushPoint) {
     const std::u16string units = s.toUTF16String();
     if (units.size() != utf16Length || String(units) != s) ++failures;
   });
+  EXPECT_EQ(failures, 0);
+}
+
+TEST(ConversionStagingBoundaryTest, RoundTripsAcrossTheEncoderChunkEdges) {
+  // The encoders stage 2048 to 8192 elements at a time, by width.
+  long failures = 0;
+  for (size_t lead = 0; lead < 4; ++lead)
+    for (size_t fill = 0; fill < 4; ++fill)
+      for (size_t k = 0; k < 4; ++k)
+        for (size_t edge : {2048, 4096, 8192})
+          for (size_t n = edge - 3; n <= edge + 3; ++n) {
+            std::u32string u(k, kWidths[lead]);
+            u.append(n - k, kWidths[fill]);
+            const String s(u);
+            const std::string bytes = s.toUTF8String();
+            const std::u16string units = s.toUTF16String();
+            if (bytes.size() !=
+                    k * kUtf8Length[lead] + (n - k) * kUtf8Length[fill] ||
+                String(bytes) != s || String(units) != s)
+              ++failures;
+          }
   EXPECT_EQ(failures, 0);
 }
 

@@ -192,7 +192,7 @@ class DecompositionDataTest : public ::testing::Test {
   void SetUp() override {
     const std::string path = zelvo_test::ucdFile("UnicodeData.txt");
     if (path.empty() || !zelvo_test::readUnicodeData(path, data_))
-      GTEST_SKIP() << "UnicodeData.txt not found under $ZELVO_UCD_DIR";
+      GTEST_FAIL() << "UnicodeData.txt not found under $ZELVO_UCD_DIR";
   }
   zelvo_test::UnicodeDataFile data_;
 };

@@ -81,7 +81,7 @@ class NormalizationConformanceTest : public ::testing::Test {
 
   void SetUp() override {
     if (!found_)
-      GTEST_SKIP() << "NormalizationTest.txt not found under $ZELVO_UCD_DIR";
+      GTEST_FAIL() << "NormalizationTest.txt not found under $ZELVO_UCD_DIR";
   }
 
   // Reports every difference that is not expected, and every expected one

@@ -146,7 +146,7 @@ TEST(PropertyIndex, CasingPropertyFlagsMarkTheirRangeLists) {
 // The distances give what the members make of every value.
 TEST(PropertyIndex, CaseDistancesGiveTheSimpleMappingsAndTheFolding) {
   auto& t = gTransformTables;
-  auto check = [&t](char32_t c) {
+  auto check = [&](char32_t c) {
     const index::CaseDistances& d = index::caseDistances(index::lookup(c));
     char32_t upper = c, lower = c, title = c, fold = c;
     t.toUpper(upper);

@@ -52,6 +52,22 @@ enum class StandardInput { pipe, terminal };
 // pseudo-terminal to give.
 constexpr const char* kNoTerminal = "no pseudo-terminal could be opened";
 
+// The tool's command line: its path, then `args`.
+inline std::vector<std::string> commandLine(
+    const std::vector<std::string>& args) {
+  std::vector<std::string> line{toolPath()};
+  line.insert(line.end(), args.begin(), args.end());
+  return line;
+}
+
+// The arguments as execv takes them, pointing into `line`.
+inline std::vector<char*> argvOf(std::vector<std::string>& line) {
+  std::vector<char*> argv;
+  for (std::string& argument : line) argv.push_back(&argument[0]);
+  argv.push_back(nullptr);
+  return argv;
+}
+
 // Runs the tool with `args`, writes `input` to its standard input (a pipe,
 // or a terminal with nothing typed), and collects both outputs.
 inline ToolRun runTool(const std::vector<std::string>& args,
@@ -72,12 +88,8 @@ inline ToolRun runTool(const std::vector<std::string>& args,
   }
   int in[2], out[2], err[2];
   if (pipe(in) != 0 || pipe(out) != 0 || pipe(err) != 0) return run;
-  std::vector<std::string> argvStrings;
-  argvStrings.push_back(toolPath());
-  argvStrings.insert(argvStrings.end(), args.begin(), args.end());
-  std::vector<char*> argv;
-  for (std::string& a : argvStrings) argv.push_back(&a[0]);
-  argv.push_back(nullptr);
+  std::vector<std::string> line = commandLine(args);
+  std::vector<char*> argv = argvOf(line);
 
   pid_t child = fork();
   if (child == 0) {
@@ -147,6 +159,44 @@ inline ToolRun runTool(const std::vector<std::string>& args,
   while (wait4(child, &status, 0, &usage) < 0 && errno == EINTR) {
   }
   if (terminal >= 0) close(terminal);
+  run.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  run.maxResidentKiB = usage.ru_maxrss;
+  return run;
+}
+
+// Starts the tool with `args`, standard input from `inputPath` and standard
+// output to `outputPath`, standard error dropped, and returns at once, so
+// that the caller can work while the tool runs. A child's peak resident size
+// counts the memory it shared with this process until it ran the tool, so
+// start the tool while this process is small.
+inline pid_t startTool(const std::vector<std::string>& args,
+                       const std::string& inputPath,
+                       const std::string& outputPath) {
+  std::vector<std::string> line = commandLine(args);
+  std::vector<char*> argv = argvOf(line);
+  pid_t child = fork();
+  if (child == 0) {
+    int in = open(inputPath.c_str(), O_RDONLY);
+    int out = open(outputPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    int null = open("/dev/null", O_WRONLY);
+    if (in < 0 || out < 0 || null < 0) _exit(127);
+    dup2(in, 0);
+    dup2(out, 1);
+    dup2(null, 2);
+    execv(argv[0], argv.data());
+    _exit(127);
+  }
+  return child;
+}
+
+// Waits for a tool that startTool started: its status and peak resident
+// size; `out` and `err` stay empty.
+inline ToolRun finishTool(pid_t child) {
+  ToolRun run;
+  int status = 0;
+  rusage usage{};
+  while (wait4(child, &status, 0, &usage) < 0 && errno == EINTR) {
+  }
   run.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   run.maxResidentKiB = usage.ru_maxrss;
   return run;

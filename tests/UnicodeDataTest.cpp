@@ -27,12 +27,12 @@ using CompatMap = std::map<char32_t, std::pair<std::u32string, std::string>>;
 using ConditionRows =
     std::map<std::pair<std::string, char32_t>, std::u32string>;
 
-#define READ_OR_SKIP(records, file)                                          \
+#define READ_OR_FAIL(records, file)                                          \
   std::vector<Record> records;                                               \
   do {                                                                       \
     std::string path = dataFile(file);                                       \
     if (path.empty()) {                                                      \
-      GTEST_SKIP() << file << " not found: ZELVO_UCD_DIR is unset or wrong"; \
+      GTEST_FAIL() << file << " not found: ZELVO_UCD_DIR is unset or wrong"; \
     }                                                                        \
     records = readRecords(path);                                             \
   } while (false)
@@ -213,21 +213,21 @@ std::string rangeShapeProblems(const Ranges& ranges) {
 // Simple case mappings.
 
 TEST(UnicodeDataTest, SimpleUppercaseRowsAreField12OfUnicodeData) {
-  READ_OR_SKIP(ud, "UnicodeData.txt");
+  READ_OR_FAIL(ud, "UnicodeData.txt");
   CharMap expected = simpleMappings(ud, kUppercase);
   EXPECT_EQ(rowDifferences(filled(data::initToUpper), expected), "");
   EXPECT_EQ(filled(data::initToUpper).size(), 1100u);
 }
 
 TEST(UnicodeDataTest, SimpleLowercaseRowsAreField13OfUnicodeData) {
-  READ_OR_SKIP(ud, "UnicodeData.txt");
+  READ_OR_FAIL(ud, "UnicodeData.txt");
   CharMap expected = simpleMappings(ud, kLowercase);
   EXPECT_EQ(rowDifferences(filled(data::initToLower), expected), "");
   EXPECT_EQ(filled(data::initToLower).size(), 1092u);
 }
 
 TEST(UnicodeDataTest, SimpleTitlecaseRowsAreField14OfUnicodeData) {
-  READ_OR_SKIP(ud, "UnicodeData.txt");
+  READ_OR_FAIL(ud, "UnicodeData.txt");
   CharMap expected = simpleMappings(ud, kTitlecase);
   EXPECT_EQ(rowDifferences(filled(data::initToTitle), expected), "");
   EXPECT_EQ(filled(data::initToTitle).size(), 1104u);
@@ -267,7 +267,7 @@ TEST(UnicodeDataTest, SimpleMappingsHaveNoRowsAddedAfter7) {
 // Full case mappings.
 
 TEST(UnicodeDataTest, UnconditionalFullMappingsAreTheFieldsOfSpecialCasing) {
-  READ_OR_SKIP(sc, "SpecialCasing.txt");
+  READ_OR_FAIL(sc, "SpecialCasing.txt");
   EXPECT_EQ(rowDifferences(filled(data::initToUpperSpecial),
                            unconditionalRows(sc, kUpper)),
             "");
@@ -325,7 +325,7 @@ TEST(UnicodeDataTest, SharpSUppercasesToTwoCapitalS) {
 }
 
 TEST(UnicodeDataTest, ConditionalFullMappingsAreTheFieldsOfSpecialCasing) {
-  READ_OR_SKIP(sc, "SpecialCasing.txt");
+  READ_OR_FAIL(sc, "SpecialCasing.txt");
   EXPECT_EQ(rowDifferences(filled(data::initToUpperSpecialCondition),
                            conditionalRows(sc, kUpper)),
             "");
@@ -390,7 +390,7 @@ TEST(UnicodeDataTest, EmptyConditionalFieldIsAnEntryWithAnEmptyValue) {
 // Case folding.
 
 TEST(UnicodeDataTest, FoldingTablesAreTheFourStatusesOfCaseFolding) {
-  READ_OR_SKIP(cf, "CaseFolding.txt");
+  READ_OR_FAIL(cf, "CaseFolding.txt");
   EXPECT_EQ(rowDifferences(filled(data::initCCaseFolding),
                            singleCodePoints(foldingRows(cf, "C"))),
             "");
@@ -445,7 +445,7 @@ TEST(UnicodeDataTest, FoldingHasNoSimpleRowsAddedAfter7) {
 // Decomposition mappings.
 
 TEST(UnicodeDataTest, CanonicalRowsAreTheUntaggedMappingsOfUnicodeData) {
-  READ_OR_SKIP(ud, "UnicodeData.txt");
+  READ_OR_FAIL(ud, "UnicodeData.txt");
   TextMap actual = filled(data::initDecomposition);
   EXPECT_EQ(rowDifferences(actual, canonicalMappings(ud)), "");
   ASSERT_EQ(actual.size(), 2060u);
@@ -517,7 +517,7 @@ TEST(UnicodeDataTest, CanonicalRowsAreCutIntoTenPiecesOf206) {
 }
 
 TEST(UnicodeDataTest, CompatibilityRowsAreTheTaggedMappingsOfUnicodeData) {
-  READ_OR_SKIP(ud, "UnicodeData.txt");
+  READ_OR_FAIL(ud, "UnicodeData.txt");
   CompatMap actual = filledCompat(data::initCompatibiltyDecomposition);
   EXPECT_EQ(rowDifferences(actual, compatibilityMappings(ud)), "");
   ASSERT_EQ(actual.size(), 3661u);
@@ -588,7 +588,7 @@ void expectRangeList(const RangeListCase& c, const Ranges& expected) {
 }
 
 TEST(UnicodeDataTest, CasedRangesAreThoseOfDerivedCoreProperties) {
-  READ_OR_SKIP(core, "DerivedCoreProperties.txt");
+  READ_OR_FAIL(core, "DerivedCoreProperties.txt");
   expectRangeList({"initCased",
                    data::initCased,
                    127,
@@ -599,7 +599,7 @@ TEST(UnicodeDataTest, CasedRangesAreThoseOfDerivedCoreProperties) {
 }
 
 TEST(UnicodeDataTest, CaseIgnorableRangesAreThoseOfDerivedCoreProperties) {
-  READ_OR_SKIP(core, "DerivedCoreProperties.txt");
+  READ_OR_FAIL(core, "DerivedCoreProperties.txt");
   expectRangeList({"initCaseIgnorable",
                    data::initCaseIgnorable,
                    335,
@@ -623,7 +623,7 @@ TEST(UnicodeDataTest, CasePropertiesAreThoseOf7) {
 // Derived here from DerivedGeneralCategory.txt, a different route from the
 // generator's, which reads UnicodeData.txt.
 TEST(UnicodeDataTest, ValidRangesAreEveryCategoryButCnCoAndCs) {
-  READ_OR_SKIP(categories, "DerivedGeneralCategory.txt");
+  READ_OR_FAIL(categories, "DerivedGeneralCategory.txt");
   Ranges spans;
   for (const Record& r : categories) {
     const std::string& category = r.fields.at(0);
@@ -652,7 +652,7 @@ TEST(UnicodeDataTest, ValidRangesLeaveOutNoncharacters) {
 }
 
 TEST(UnicodeDataTest, QuickCheckRangesAreThoseOfDerivedNormalizationProps) {
-  READ_OR_SKIP(props, "DerivedNormalizationProps.txt");
+  READ_OR_FAIL(props, "DerivedNormalizationProps.txt");
   const Range last = {0x2F800, 0x2FA1D};
   expectRangeList({"initNFD_QC_NoRanges",
                    data::initNFD_QC_NoRanges,
@@ -735,7 +735,7 @@ TEST(UnicodeDataTest, DecomposedMaybeFillersLeaveTheirArgumentAlone) {
 // The three tables that methods fill straight into the table set.
 
 TEST(UnicodeDataTest, WeightMapIsTheNonZeroCombiningClasses) {
-  READ_OR_SKIP(ud, "UnicodeData.txt");
+  READ_OR_FAIL(ud, "UnicodeData.txt");
   std::map<char32_t, int> expected;
   for (const Record& r : ud) {
     int ccc = std::stoi(r.fields.at(kCombiningClass));
@@ -762,7 +762,7 @@ TEST(UnicodeDataTest, WeightMapHas54ClassesFrom1To240) {
 }
 
 TEST(UnicodeDataTest, CompositionExclusionsAreTheListedCodePoints) {
-  READ_OR_SKIP(exclusions, "CompositionExclusions.txt");
+  READ_OR_FAIL(exclusions, "CompositionExclusions.txt");
   std::set<char32_t> expected;
   for (const Record& r : exclusions) {
     for (char32_t c = r.first; c <= r.last; ++c) {
@@ -777,7 +777,7 @@ TEST(UnicodeDataTest, CompositionExclusionsAreTheListedCodePoints) {
 }
 
 TEST(UnicodeDataTest, SoftDottedRangesAreThoseOfPropList) {
-  READ_OR_SKIP(props, "PropList.txt");
+  READ_OR_FAIL(props, "PropList.txt");
   const Ranges& actual = gTransformTables.softDottedRanges;
   EXPECT_EQ(rangeDifferences(actual, propertyRanges(props, "Soft_Dotted")), "");
   EXPECT_EQ(rangeShapeProblems(actual), "");

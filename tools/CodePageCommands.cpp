@@ -1,10 +1,6 @@
 // decode, encode and pages: single-byte code pages by name.
 #include "Commands.h"
 #include "Output.h"
-#include "Pieces.h"
-#include "Runner.h"
-#include "Sample.h"
-#include "ToolError.h"
 #include "codepage/CodePageTranslator.h"
 
 namespace zelvo {
@@ -14,21 +10,6 @@ namespace {
 
 using unicode::CodePageTranslator;
 using unicode::String;
-
-// The page of --page; a missing or unknown name is a UsageError.
-const unicode::CodePage& pageOf(const Invocation& inv) {
-  if (!inv.pageGiven) {
-    throw UsageError(inv.command +
-                     ": name the code page with --page NAME (see "
-                     "'zelvo-unicode pages')");
-  }
-  if (!CodePageTranslator::hasCodePage(inv.page)) {
-    throw UsageError(inv.command + ": no code page named '" + inv.page +
-                     "'; names are exact, and 'zelvo-unicode pages' "
-                     "lists them");
-  }
-  return CodePageTranslator::getCodePage(inv.page);
-}
 
 // Encodes and counts the characters that had no byte: each one leaves a
 // '?' where the text had a code point above ASCII. Bad code points are
@@ -44,37 +25,41 @@ std::string encodeCounting(const unicode::CodePage& page, const String& text,
   return bytes;
 }
 
-std::string missingMessage(std::size_t missing, const std::string& page) {
-  return std::to_string(missing) +
-         (missing == 1 ? " character has" : " characters have") +
-         " no byte in " + page + " and became '?'";
+// With --strict, tells how many characters had no byte: status 1 if any.
+int tellMissing(const Invocation& inv, const std::string& where,
+                std::size_t missing) {
+  if (!inv.strict || missing == 0) return 0;
+  tellError("encode: " + where + ": " + std::to_string(missing) +
+            (missing == 1 ? " character has" : " characters have") +
+            " no byte in " + inv.page + " and became '?'");
+  return 1;
 }
 
 }  // namespace
 
-int runDecode(const Invocation& inv) {
-  const unicode::CodePage& page = pageOf(inv);
+int runDecode(const Command&, const Invocation& inv) {
+  const unicode::CodePage& page = CodePageTranslator::getCodePage(inv.page);
   if (wantsSample(inv)) {
     std::string out = sampleHeading(inv);
     for (const std::string& bytes : sampleCodePageLines(inv.page)) {
-      out += "  " + hexBytes(bytes) + "\n";
+      out += "  " + hexUnits(bytes) + "\n";
       out += "  \xE2\x86\x92 " + page.toUnicode(bytes).toUTF8String() + "\n";
     }
     writeOut(out);
     return 0;
   }
   return forEachInput(inv, [&](Input& input) {
-    ByteCutter cutter;
-    forEachPiece(input, inv.blockSize, cutter, [&](const std::string& bytes) {
-      writeOut(CodePageTranslator::translate(bytes, inv.page).toUTF8String());
-      return true;
-    });
+    forEachPiece(input, inv.blockSize, 1, nullptr,
+                 [&](const std::string& bytes) {
+                   writeOut(page.toUnicode(bytes).toUTF8String());
+                   return true;
+                 });
     return 0;
   });
 }
 
-int runEncode(const Invocation& inv) {
-  const unicode::CodePage& page = pageOf(inv);
+int runEncode(const Command&, const Invocation& inv) {
+  const unicode::CodePage& page = CodePageTranslator::getCodePage(inv.page);
   if (wantsSample(inv)) {
     std::vector<std::string> lines = sampleLines();
     lines.push_back(
@@ -86,34 +71,24 @@ int runEncode(const Invocation& inv) {
       std::size_t missing = 0;
       std::string bytes = encodeCounting(page, String(line), missing);
       total += missing;
-      out += "  " + line + "\n";
-      out += "  \xE2\x86\x92 " + hexBytes(bytes);
+      out += "  " + line + "\n  \xE2\x86\x92 " + hexUnits(bytes);
       if (missing) out += "  (" + std::to_string(missing) + " without a byte)";
       out += "\n";
     }
     writeOut(out);
-    if (inv.strict && total) {
-      tellError("encode: the sample: " + missingMessage(total, inv.page));
-      return 1;
-    }
-    return 0;
+    return tellMissing(inv, "the sample", total);
   }
   return forEachInput(inv, [&](Input& input) {
     std::size_t missing = 0;
-    forEachTextPiece(input, inv, false, [&](const String& piece) {
+    forEachTextPiece(input, inv, cutAnywhere, [&](const String& piece) {
       writeOut(encodeCounting(page, piece, missing));
       return true;
     });
-    if (inv.strict && missing) {
-      tellError("encode: " + input.displayName() + ": " +
-                missingMessage(missing, inv.page));
-      return 1;
-    }
-    return 0;
+    return tellMissing(inv, input.displayName(), missing);
   });
 }
 
-int runPages(const Invocation& inv) {
+int runPages(const Command&, const Invocation& inv) {
   if (!inv.operands.empty()) {
     throw UsageError("pages: takes no operand, but was given '" +
                      inv.operands.front() + "'");

@@ -1,49 +1,99 @@
-// The command table and the help texts of the tool and of each command.
+// The command table, the mappings of the commands that map text, and the
+// help texts of the tool and of each command.
 #include "Commands.h"
+
+#include "Output.h"
+#include "transform/UnicodeOperations.h"
 
 namespace zelvo {
 namespace tool {
 
 namespace {
 
+using unicode::String;
+
+// A normal form takes no option.
+template <String (*normalize)(const String&)>
+String mapNormalForm(const String& s, const Invocation&) {
+  return normalize(s);
+}
+
+String mapUpper(const String& s, const Invocation& inv) {
+  return inv.simple ? unicode::toUpperSimple(s)
+                    : unicode::toUpperFull(s, inv.language);
+}
+
+String mapLower(const String& s, const Invocation& inv) {
+  return inv.simple ? unicode::toLowerSimple(s)
+                    : unicode::toLowerFull(s, inv.language);
+}
+
+// The library knows no word boundaries: every code point is titlecased.
+String mapTitle(const String& s, const Invocation& inv) {
+  String result;
+  for (char32_t c : s) {
+    result += inv.simple ? String(1, unicode::toTitleSimple(c))
+                         : unicode::toTitleFull(c, inv.language);
+  }
+  return result;
+}
+
+String mapFold(const String& s, const Invocation&) {
+  String result(s);
+  for (char32_t& c : result) c = unicode::simpleCaseFold(c);
+  return result;
+}
+
+String mapClean(const String& s, const Invocation& inv) {
+  String result(s);
+  inv.strip ? result.stripBadCodePoints() : result.replaceBadCodePoints();
+  return result;
+}
+
 const char kInputNote[] =
     "Text is read from each FILE in turn, or from standard input when there\n"
     "is none (\"-\" names it too), and written to standard output. Each FILE\n"
     "is a text of its own. With no FILE and a terminal on standard input, or\n"
-    "with --sample, the command runs on a built-in sample text instead.\n";
+    "with --sample, the command runs on a built-in sample text instead.\n"
+    "Long texts are read in pieces, cut only where nothing that the command\n"
+    "does reaches across, so the output is that of the whole input.\n";
 
 const char kCommonOptions[] =
     "  --sample            run on the built-in sample text\n"
     "  --block-size BYTES  read in blocks of this size (default 65536); "
     "memory\n"
-    "                      stays within a few blocks and the longest line\n"
+    "                      stays within a few blocks, however long the lines\n"
     "  -h, --help          show this help\n";
 
-const std::vector<Command> kCommands = {
+const Command kCommands[] = {
     {"nfc", "nfc [FILE...]", "Normalization Form C: decompose, then compose",
      "Puts UTF-8 text into Normalization Form C: every character is\n"
      "decomposed canonically, and then composed again where a precomposed\n"
      "character exists, so that \"e\" followed by U+0301 becomes U+00E9 and\n"
      "Hangul jamo become syllables.\n",
-     kReadsInput, runNormalization},
+     kReadsInput, runText, mapNormalForm<unicode::toNFC>, cutForNormalForms,
+     SampleView::normalForm},
     {"nfd", "nfd [FILE...]", "Normalization Form D: canonical decomposition",
      "Puts UTF-8 text into Normalization Form D: every character is\n"
      "decomposed canonically (U+00E9 becomes \"e\" and U+0301, a Hangul\n"
      "syllable its jamo), and runs of combining marks are put in canonical\n"
      "order.\n",
-     kReadsInput, runNormalization},
+     kReadsInput, runText, mapNormalForm<unicode::toNFD>, cutForNormalForms,
+     SampleView::normalForm},
     {"nfkc", "nfkc [FILE...]",
      "Normalization Form KC: compatibility decomposition, then compose",
      "Puts UTF-8 text into Normalization Form KC: compatibility characters\n"
      "are replaced by their plain forms (the ligature U+FB01 by \"fi\", "
      "U+00BD\n"
      "by \"1/2\" with a fraction slash), and the result is composed.\n",
-     kReadsInput, runNormalization},
+     kReadsInput, runText, mapNormalForm<unicode::toNFKC>, cutForNormalForms,
+     SampleView::normalForm},
     {"nfkd", "nfkd [FILE...]",
      "Normalization Form KD: compatibility decomposition",
      "Puts UTF-8 text into Normalization Form KD: canonical and compatibility\n"
      "decomposition, with the combining marks in canonical order.\n",
-     kReadsInput, runNormalization},
+     kReadsInput, runText, mapNormalForm<unicode::toNFKD>, cutForNormalForms,
+     SampleView::normalForm},
     {"check", "check FORM [FILE...]",
      "is the text in FORM (nfc, nfd, nfkc or nfkd)? says yes or no",
      "Tells whether UTF-8 text is in the normal form FORM, one of nfc, nfd,\n"
@@ -69,7 +119,8 @@ const std::vector<Command> kCommands = {
      "             \"TR\" or \"tr-TR\"). Another language is accepted and "
      "maps\n"
      "             as no language does; a note on standard error says so.\n",
-     kReadsInput | kLanguage | kSimple, runCaseMapping},
+     kReadsInput | kLanguage | kSimple, runText, mapUpper, cutForCasing,
+     SampleView::casing},
     {"lower", "lower [--lang LANG | --simple] [FILE...]",
      "lowercase (full mapping, or --simple), with --lang LANG",
      "Maps UTF-8 text to lowercase with the full case mapping and its context\n"
@@ -83,7 +134,8 @@ const std::vector<Command> kCommands = {
      "             \"TR\" or \"tr-TR\"). Another language is accepted and "
      "maps\n"
      "             as no language does; a note on standard error says so.\n",
-     kReadsInput | kLanguage | kSimple, runCaseMapping},
+     kReadsInput | kLanguage | kSimple, runText, mapLower, cutForCasing,
+     SampleView::casing},
     {"title", "title [--lang LANG | --simple] [FILE...]",
      "titlecase of every code point on its own",
      "Maps every code point of UTF-8 text to its titlecase form, each on its\n"
@@ -94,7 +146,8 @@ const std::vector<Command> kCommands = {
      "\n"
      "--lang LANG  as for upper: with \"tr\" or \"az\", \"i\" becomes "
      "U+0130.\n",
-     kReadsInput | kLanguage | kSimple, runCaseMapping},
+     kReadsInput | kLanguage | kSimple, runText, mapTitle, cutAnywhere,
+     SampleView::casing},
     {"fold", "fold [FILE...]", "simple case folding, for caseless comparison",
      "Folds the case of UTF-8 text with the simple case folding, one code\n"
      "point to one, for comparing text without regard to case:\n"
@@ -104,7 +157,7 @@ const std::vector<Command> kCommands = {
      "e\". \"\xC3\x9F\" itself stays,\n"
      "since its folding to \"ss\" is a full one, which the library does not\n"
      "offer. No language applies.\n",
-     kReadsInput, runCaseMapping},
+     kReadsInput, runText, mapFold, cutAnywhere, SampleView::casing},
     {"decode", "decode --page NAME [FILE...]", "bytes of a code page to UTF-8",
      "Reads bytes of the single-byte code page NAME and writes them as\n"
      "UTF-8. ASCII stays as it is; a byte that the page leaves undefined\n"
@@ -158,7 +211,8 @@ const std::vector<Command> kCommands = {
      "\n"
      "Bytes that begin no sequence are skipped when the text is read, and\n"
      "are gone before clean sees the text.\n",
-     kReadsInput | kCleaning, runClean},
+     kReadsInput | kCleaning, runText, mapClean, cutAnywhere,
+     SampleView::badCodePoints},
     {"info", "info [--lang LANG] [U+XXXX | TEXT]...",
      "what the library knows about code points",
      "Describes code points: value, whether Unicode 7.0.0 assigns it, its\n"
@@ -179,13 +233,25 @@ const std::vector<Command> kCommands = {
 
 }  // namespace
 
-const std::vector<Command>& allCommands() { return kCommands; }
-
 const Command* findCommand(const std::string& name) {
   for (const Command& command : kCommands) {
     if (name == command.name) return &command;
   }
   return nullptr;
+}
+
+int runText(const Command& command, const Invocation& inv) {
+  if (wantsSample(inv)) {
+    showTextSample(inv, command.map, command.view);
+    return 0;
+  }
+  return forEachInput(inv, [&](Input& input) {
+    forEachTextPiece(input, inv, command.cut, [&](const String& piece) {
+      writeOut(command.map(piece, inv).toUTF8String());
+      return true;
+    });
+    return 0;
+  });
 }
 
 std::string versionText() {
@@ -229,7 +295,8 @@ std::string toolHelp() {
       "characters without a byte; 2 on trouble: a wrong command, option or\n"
       "page name, or an input that cannot be read.\n"
       "\n"
-      "'zelvo-unicode COMMAND --help' describes a command.\n";
+      "'zelvo-unicode COMMAND --help' describes a command, and the manual\n"
+      "page zelvo-unicode(1) describes them all, with examples.\n";
   return text;
 }
 

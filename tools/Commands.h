@@ -1,10 +1,14 @@
-// The tool's commands: their names, help texts, options and runners.
+// The tool's commands: one table gives each its help, its options and what
+// it runs, and for a command that maps text, its mapping, the places where
+// a text may be cut, and the view of its sample.
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "Invocation.h"
+#include "Sample.h"
+#include "Stream.h"
+#include "TextCuts.h"
 
 namespace zelvo {
 namespace tool {
@@ -15,10 +19,13 @@ struct Command {
   const char* summary;      // one line for the tool's help
   const char* description;  // the body of the command's help
   unsigned options;         // OptionSet
-  int (*run)(const Invocation&);
+  int (*run)(const Command& command, const Invocation& inv);
+  // For the commands whose run is runText.
+  TextMap map = nullptr;
+  CutRule cut = nullptr;
+  SampleView view = SampleView::casing;
 };
 
-const std::vector<Command>& allCommands();
 // The command of that name, or null.
 const Command* findCommand(const std::string& name);
 
@@ -26,22 +33,16 @@ std::string toolHelp();
 std::string commandHelp(const Command& command);
 std::string versionText();
 
-// Tells on standard error, in one line, that a language given with --lang
-// has no case rules of its own; the run goes on.
-void noteLanguage(const Invocation& inv);
-
 // The runners.
-int runNormalization(const Invocation& inv);
-int runCheck(const Invocation& inv);
-int runCaseMapping(const Invocation& inv);
-int runClean(const Invocation& inv);
-int runDecode(const Invocation& inv);
-int runEncode(const Invocation& inv);
-int runPages(const Invocation& inv);
-int runUtf16(const Invocation& inv);
-int runUtf32(const Invocation& inv);
-int runInfo(const Invocation& inv);
-int runSample(const Invocation& inv);
+int runText(const Command& command, const Invocation& inv);
+int runCheck(const Command& command, const Invocation& inv);
+int runDecode(const Command& command, const Invocation& inv);
+int runEncode(const Command& command, const Invocation& inv);
+int runPages(const Command& command, const Invocation& inv);
+int runUtf16(const Command& command, const Invocation& inv);
+int runUtf32(const Command& command, const Invocation& inv);
+int runInfo(const Command& command, const Invocation& inv);
+int runSample(const Command& command, const Invocation& inv);
 
 }  // namespace tool
 }  // namespace zelvo

@@ -4,9 +4,6 @@
 
 #include "Commands.h"
 #include "Output.h"
-#include "Runner.h"
-#include "Sample.h"
-#include "ToolError.h"
 #include "transform/UnicodeOperations.h"
 
 namespace zelvo {
@@ -32,13 +29,6 @@ char32_t parseCodePoint(const std::string& arg) {
   return static_cast<char32_t>(std::stoul(digits, nullptr, 16));
 }
 
-// The canonical combining class, read from the library's own table.
-int combiningClass(char32_t c) {
-  const auto& weights = unicode::gTransformTables.weightMap;
-  auto found = weights.find(c);
-  return found == weights.end() ? 0 : found->second;
-}
-
 // Names and text; a mark at the front stands on a dotted circle, as in the
 // code charts, so that it does not fall onto the space before it.
 std::string shown(const String& s) {
@@ -58,10 +48,11 @@ std::string row(const char* label, const std::string& value) {
 
 std::string describe(char32_t c, const std::string& language) {
   String one(1, c);
-  bool bad = c > 0x10FFFF || (c & 0xFFFFF800) == 0xD800;
   std::string text = shown(one) + "\n";
   text += row("assigned", unicode::isAssigned(c) ? "yes" : "no");
-  if (bad) text += row("note", "a bad code point: no UTF-8 form");
+  if (one.hasBadCodePoints()) {
+    text += row("note", "a bad code point: no UTF-8 form");
+  }
   text += row("combining class", std::to_string(combiningClass(c)));
   text += row("simple upper", shown(String(1, unicode::toUpperSimple(c))));
   text += row("simple lower", shown(String(1, unicode::toLowerSimple(c))));
@@ -77,6 +68,7 @@ std::string describe(char32_t c, const std::string& language) {
   return text;
 }
 
+// Describes each code point, with a blank line between two.
 void describeAll(const String& codePoints, const std::string& language,
                  bool& first) {
   std::string out;
@@ -90,8 +82,7 @@ void describeAll(const String& codePoints, const std::string& language,
 
 }  // namespace
 
-int runInfo(const Invocation& inv) {
-  noteLanguage(inv);
+int runInfo(const Command&, const Invocation& inv) {
   bool first = true;
   if (!inv.operands.empty() && !inv.sample) {
     String codePoints;
@@ -113,8 +104,8 @@ int runInfo(const Invocation& inv) {
     return 0;
   }
   return forEachInput(inv, [&](Input& input) {
-    forEachTextPiece(input, inv, false, [&](const String& piece) {
-      String codePoints;
+    forEachTextPiece(input, inv, cutAnywhere, [&](const String& piece) {
+      String codePoints;  // without the line ends
       for (char32_t c : piece) {
         if (c != U'\n' && c != U'\r') codePoints.push_back(c);
       }

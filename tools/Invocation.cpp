@@ -5,26 +5,35 @@
 #include <cerrno>
 #include <cstdlib>
 
-#include "ToolError.h"
+#include "codepage/CodePageTranslator.h"
 
 namespace zelvo {
 namespace tool {
 
 namespace {
 
+// An option with neither `given` nor `value` is --block-size, whose value
+// is a number.
 struct OptionRule {
   const char* name;
-  unsigned set;
-  bool takesValue;
+  unsigned set;                    // the OptionSet that admits it
+  bool Invocation::*given;         // set when it is given
+  std::string Invocation::*value;  // where its value goes, if it takes one
 };
 
 const OptionRule kOptions[] = {
-    {"--lang", kLanguage, true},      {"--simple", kSimple, false},
-    {"--page", kPage, true},          {"--strict", kStrict, false},
-    {"--to", kDirection, false},      {"--from", kDirection, false},
-    {"--strip", kCleaning, false},    {"--replace", kCleaning, false},
-    {"--sample", kReadsInput, false}, {"--block-size", kReadsInput, true},
-    {"--help", kNoOptions, false},    {"-h", kNoOptions, false},
+    {"--lang", kLanguage, &Invocation::languageGiven, &Invocation::language},
+    {"--simple", kSimple, &Invocation::simple, nullptr},
+    {"--page", kPage, &Invocation::pageGiven, &Invocation::page},
+    {"--strict", kStrict, &Invocation::strict, nullptr},
+    {"--to", kDirection, &Invocation::to, nullptr},
+    {"--from", kDirection, &Invocation::from, nullptr},
+    {"--strip", kCleaning, &Invocation::strip, nullptr},
+    {"--replace", kCleaning, &Invocation::replace, nullptr},
+    {"--sample", kReadsInput, &Invocation::sample, nullptr},
+    {"--block-size", kReadsInput, nullptr, nullptr},
+    {"--help", kNoOptions, &Invocation::help, nullptr},
+    {"-h", kNoOptions, &Invocation::help, nullptr},
 };
 
 std::size_t parseBlockSize(const std::string& command,
@@ -42,32 +51,30 @@ std::size_t parseBlockSize(const std::string& command,
   return static_cast<std::size_t>(value);
 }
 
-void setOption(Invocation& inv, const std::string& name,
-               const std::string& value) {
-  if (name == "--lang") {
-    inv.language = value;
-    inv.languageGiven = true;
-  } else if (name == "--simple") {
-    inv.simple = true;
-  } else if (name == "--page") {
-    inv.page = value;
-    inv.pageGiven = true;
-  } else if (name == "--strict") {
-    inv.strict = true;
-  } else if (name == "--to") {
-    inv.to = true;
-  } else if (name == "--from") {
-    inv.from = true;
-  } else if (name == "--strip") {
-    inv.strip = true;
-  } else if (name == "--replace") {
-    inv.replace = true;
-  } else if (name == "--sample") {
-    inv.sample = true;
-  } else if (name == "--block-size") {
-    inv.blockSize = parseBlockSize(inv.command, value);
-  } else {
-    inv.help = true;
+// The rules between options, which the option table cannot tell.
+void checkTogether(const Invocation& inv, unsigned options) {
+  const std::string& name = inv.command;
+  if ((options & kDirection) && inv.to == inv.from) {
+    throw UsageError(name + ": give one of --to and --from");
+  }
+  if ((options & kCleaning) && inv.strip == inv.replace) {
+    throw UsageError(name + ": give one of --strip and --replace");
+  }
+  if (inv.simple && inv.languageGiven) {
+    throw UsageError(name +
+                     ": --simple and --lang do not go together: the simple "
+                     "mappings know no language");
+  }
+  if ((options & kPage) && !inv.pageGiven) {
+    throw UsageError(name +
+                     ": name the code page with --page NAME (see "
+                     "'zelvo-unicode pages')");
+  }
+  if ((options & kPage) &&
+      !unicode::CodePageTranslator::hasCodePage(inv.page)) {
+    throw UsageError(name + ": no code page named '" + inv.page +
+                     "'; names are exact, and 'zelvo-unicode pages' "
+                     "lists them");
   }
 }
 
@@ -88,15 +95,10 @@ Invocation parseArguments(const std::string& command, unsigned options,
       optionsEnded = true;
       continue;
     }
-    std::string name = arg;
-    std::string value;
-    bool valueInline = false;
     std::size_t equals = arg.find('=');
-    if (arg.compare(0, 2, "--") == 0 && equals != std::string::npos) {
-      name = arg.substr(0, equals);
-      value = arg.substr(equals + 1);
-      valueInline = true;
-    }
+    bool valueInline = arg.compare(0, 2, "--") == 0 && equals != arg.npos;
+    std::string name = valueInline ? arg.substr(0, equals) : arg;
+    std::string value = valueInline ? arg.substr(equals + 1) : "";
     const OptionRule* rule = nullptr;
     for (const OptionRule& candidate : kOptions) {
       if (name == candidate.name) rule = &candidate;
@@ -110,16 +112,23 @@ Invocation parseArguments(const std::string& command, unsigned options,
                        " does not apply to this command (see 'zelvo-unicode " +
                        command + " --help')");
     }
-    if (rule->takesValue && !valueInline) {
+    bool takesValue = rule->value != nullptr || rule->given == nullptr;
+    if (takesValue && !valueInline) {
       if (i + 1 == arguments.size()) {
         throw UsageError(command + ": the option " + name + " needs a value");
       }
       value = arguments[++i];
-    } else if (!rule->takesValue && valueInline) {
+    } else if (!takesValue && valueInline) {
       throw UsageError(command + ": the option " + name + " takes no value");
     }
-    setOption(inv, name, value);
+    if (rule->given == nullptr) {
+      inv.blockSize = parseBlockSize(command, value);
+      continue;
+    }
+    inv.*(rule->given) = true;
+    if (rule->value != nullptr) inv.*(rule->value) = value;
   }
+  if (!inv.help) checkTogether(inv, options);
   return inv;
 }
 

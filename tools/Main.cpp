@@ -6,12 +6,19 @@
 
 #include "Commands.h"
 #include "Output.h"
-#include "ToolError.h"
 #include "codepage/CodePageTranslator.h"
+#include "transform/UnicodeOperations.h"
 
 using namespace zelvo::tool;
 
 namespace {
+
+// A language has case rules of its own where the library's conditional
+// rows stand under its name.
+bool languageHasRules(const std::string& language) {
+  return zelvo::unicode::gTransformTables.toLowerSpecialConditionMap.count(
+             language) != 0;
+}
 
 int run(const std::vector<std::string>& args) {
   if (args.empty()) {
@@ -51,7 +58,13 @@ int run(const std::vector<std::string>& args) {
     writeOut(commandHelp(*command));
     return 0;
   }
-  return command->run(inv);
+  if (inv.languageGiven && !inv.language.empty() &&
+      !languageHasRules(inv.language)) {
+    tellError("note: the language '" + inv.language +
+              "' has no case rules of its own; only \"az\", \"lt\" and "
+              "\"tr\" have any, so the text maps as with no language");
+  }
+  return command->run(*command, inv);
 }
 
 }  // namespace

@@ -10,13 +10,7 @@ namespace tool {
 
 namespace {
 
-std::string hex(unsigned long value, int digits) {
-  char buffer[24];
-  std::snprintf(buffer, sizeof buffer, "%0*lX", digits, value);
-  return buffer;
-}
-
-bool isBad(char32_t c) { return c > 0x10FFFF || (c & 0xFFFFF800) == 0xD800; }
+bool isBad(char32_t c) { return unicode::String(1, c).hasBadCodePoints(); }
 
 }  // namespace
 
@@ -38,9 +32,14 @@ void tellError(const std::string& line) {
   std::fprintf(stderr, "zelvo-unicode: %s\n", line.c_str());
 }
 
+std::string hex(unsigned long value, int digits) {
+  char buffer[24];
+  std::snprintf(buffer, sizeof buffer, "%0*lX", digits, value);
+  return buffer;
+}
+
 std::string codePointName(char32_t c) {
-  if (isBad(c)) return "0x" + hex(c, 4);
-  return "U+" + hex(c, 4);
+  return (isBad(c) ? "0x" : "U+") + hex(c, 4);
 }
 
 std::string codePointNames(const unicode::String& s) {
@@ -59,10 +58,8 @@ std::string escapedText(const unicode::String& s) {
       text += static_cast<char>(c);
     } else if (c == '\\') {
       text += "\\\\";
-    } else if (c <= 0xFFFF) {
-      text += "\\u" + hex(c, 4);
     } else {
-      text += "\\U" + hex(c, 8);
+      text += c <= 0xFFFF ? "\\u" + hex(c, 4) : "\\U" + hex(c, 8);
     }
   }
   return text;
@@ -73,33 +70,6 @@ std::string printableText(const unicode::String& s) {
     if (c < 0x20 || (c >= 0x7F && c < 0xA0) || isBad(c)) return "";
   }
   return s.toUTF8String();
-}
-
-std::string hexBytes(const std::string& bytes) {
-  std::string text;
-  for (unsigned char b : bytes) {
-    if (!text.empty()) text += ' ';
-    text += hex(b, 2);
-  }
-  return text;
-}
-
-std::string hexUnits(const std::u16string& units) {
-  std::string text;
-  for (char16_t u : units) {
-    if (!text.empty()) text += ' ';
-    text += hex(u, 4);
-  }
-  return text;
-}
-
-std::string hexUnits(const std::u32string& units) {
-  std::string text;
-  for (char32_t u : units) {
-    if (!text.empty()) text += ' ';
-    text += hex(u, 8);
-  }
-  return text;
 }
 
 }  // namespace tool

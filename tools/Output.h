@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <type_traits>
 
 #include "string/String.h"
 
@@ -17,8 +18,10 @@ bool finishOutput();
 // Writes "zelvo-unicode: " and the line to standard error.
 void tellError(const std::string& line);
 
-// "U+00E9"; values above U+FFFF get as many digits as they need, and values
-// that are no code point (surrogates, above U+10FFFF) are written "0xD800".
+// The value in upper-case hexadecimal, with at least `digits` digits.
+std::string hex(unsigned long value, int digits);
+// "U+00E9"; values above U+FFFF get as many digits as they need, and bad
+// code points (surrogates, above U+10FFFF) are written "0xD800".
 std::string codePointName(char32_t c);
 // The names of all elements, separated by spaces.
 std::string codePointNames(const unicode::String& s);
@@ -28,11 +31,18 @@ std::string escapedText(const unicode::String& s);
 // The text as UTF-8 if every element can be shown as it stands, else empty:
 // controls and bad code points are not shown.
 std::string printableText(const unicode::String& s);
-// Bytes as two-digit hexadecimal numbers separated by spaces.
-std::string hexBytes(const std::string& bytes);
-// 16-bit or 32-bit units as hexadecimal numbers separated by spaces.
-std::string hexUnits(const std::u16string& units);
-std::string hexUnits(const std::u32string& units);
+
+// Bytes, or 16-bit or 32-bit units, as hexadecimal numbers of two, four or
+// eight digits separated by spaces.
+template <typename Unit>
+std::string hexUnits(const std::basic_string<Unit>& units) {
+  std::string text;
+  for (Unit unit : units) {
+    if (!text.empty()) text += ' ';
+    text += hex(static_cast<std::make_unsigned_t<Unit>>(unit), 2 * sizeof unit);
+  }
+  return text;
+}
 
 }  // namespace tool
 }  // namespace zelvo

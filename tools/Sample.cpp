@@ -1,9 +1,32 @@
-// The built-in sample texts. Escapes keep the source ASCII and show which
-// characters are precomposed and which are built of marks.
+// The built-in sample texts and how a command shows its work on them. Escapes
+// keep the source ASCII and show which characters are precomposed and which
+// are built of marks.
 #include "Sample.h"
+
+#include "Commands.h"
+#include "Output.h"
 
 namespace zelvo {
 namespace tool {
+
+namespace {
+
+// UTF-8 lines that hold bad code points, for 'clean'.
+const std::vector<std::string>& sampleBadLines() {
+  static const std::vector<std::string> lines = {
+      // ED A0 80 is the surrogate U+D800, encoded as if it were a character.
+      "A\xED\xA0\x80"
+      "B",
+      // F4 90 80 80 is 0x110000, one above the last code point.
+      "\xF4\x90\x80\x80"
+      "!",
+      // A U+FFFD that was there before is no bad code point.
+      "caf\u00E9 \uFFFD",
+  };
+  return lines;
+}
+
+}  // namespace
 
 const std::vector<std::string>& sampleLines() {
   static const std::vector<std::string> lines = {
@@ -33,20 +56,6 @@ std::string sampleText() {
   return text;
 }
 
-const std::vector<std::string>& sampleBadLines() {
-  static const std::vector<std::string> lines = {
-      // ED A0 80 is the surrogate U+D800, encoded as if it were a character.
-      "A\xED\xA0\x80"
-      "B",
-      // F4 90 80 80 is 0x110000, one above the last code point.
-      "\xF4\x90\x80\x80"
-      "!",
-      // A U+FFFD that was there before is no bad code point.
-      "caf\u00E9 \uFFFD",
-  };
-  return lines;
-}
-
 std::vector<std::string> sampleCodePageLines(const std::string& page) {
   if (page == "Windows-1252") {
     return {
@@ -64,9 +73,7 @@ std::vector<std::string> sampleCodePageLines(const std::string& page) {
         "hole: \xDB",
     };
   }
-  return {
-      "A \x80 \xA9 \xE9 \xFF",
-  };
+  return {"A \x80 \xA9 \xE9 \xFF"};
 }
 
 const std::vector<char32_t>& sampleCodePoints() {
@@ -75,6 +82,51 @@ const std::vector<char32_t>& sampleCodePoints() {
       0x01C5, 0xFB01, 0xAC01, 0x212B, 0x0378,
   };
   return codePoints;
+}
+
+bool wantsSample(const Invocation& inv) {
+  if (inv.sample && !inv.operands.empty()) {
+    throw UsageError(inv.command +
+                     ": --sample takes no FILE; give one or the other");
+  }
+  return inv.sample || (inv.operands.empty() && standardInputIsTerminal());
+}
+
+std::string sampleHeading(const Invocation& inv) {
+  return "zelvo-unicode " + inv.command +
+         " on the built-in sample; name a FILE or pipe text in for yours.\n\n";
+}
+
+void showTextSample(const Invocation& inv, TextMap map, SampleView view) {
+  auto shown = [view](const unicode::String& s) {
+    if (view == SampleView::normalForm) return escapedText(s);
+    if (view == SampleView::badCodePoints) return codePointNames(s);
+    return s.toUTF8String();
+  };
+  std::string out = sampleHeading(inv);
+  for (const std::string& line :
+       view == SampleView::badCodePoints ? sampleBadLines() : sampleLines()) {
+    unicode::String in(line + "\n");
+    unicode::String result = map(in, inv);
+    in.pop_back();
+    if (!result.empty() && result.back() == U'\n') result.pop_back();
+    if (view == SampleView::casing) {
+      out += "  " + shown(in) + "\n  \xE2\x86\x92 " + shown(result) + "\n";
+    } else {
+      out += "  " + in.toUTF8String() + "\n    in:  " + shown(in) +
+             "\n    out: " + shown(result) + "\n";
+    }
+  }
+  writeOut(out);
+}
+
+int runSample(const Command&, const Invocation& inv) {
+  if (!inv.operands.empty()) {
+    throw UsageError("sample: takes no operand, but was given '" +
+                     inv.operands.front() + "'");
+  }
+  writeOut(sampleText());
+  return 0;
 }
 
 }  // namespace tool

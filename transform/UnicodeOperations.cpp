@@ -2,6 +2,8 @@
 // Each function passes straight to a method of the table set.
 #include "transform/UnicodeOperations.h"
 
+#include "case/CaseDirection.h"
+
 namespace zelvo {
 namespace unicode {
 
@@ -26,6 +28,13 @@ String toNFKD(String const& s) { return gTransformTables.toNFKD(s); }
 
 String toNFKC(String const& s) { return gTransformTables.toNFKC(s); }
 
+// The simple mappings and folding give what the members toUpper, toLower,
+// toTitle and simpleCaseFold give, through the same inline lookup of the
+// property index, without a call through an exported symbol for each code
+// point.
+using casedirection::Direction;
+using casedirection::mapSimple;
+
 String toUpperSimple(String const& s) {
   String result(s);
   toUpperSimpleInPlace(result);
@@ -39,37 +48,27 @@ String toLowerSimple(String const& s) {
 }
 
 void toUpperSimpleInPlace(String& s) {
-  for (char32_t& c : s) {
-    gTransformTables.toUpper(c);
-  }
+  for (char32_t& c : s) c = mapSimple<Direction::kUpper>(c);
 }
 
 void toLowerSimpleInPlace(String& s) {
-  for (char32_t& c : s) {
-    gTransformTables.toLower(c);
-  }
+  for (char32_t& c : s) c = mapSimple<Direction::kLower>(c);
 }
 
 char32_t toUpperSimple(char32_t const& c) {
-  char32_t result = c;
-  gTransformTables.toUpper(result);
-  return result;
+  return mapSimple<Direction::kUpper>(c);
 }
 
-void toUpperSimpleInPlace(char32_t& c) { gTransformTables.toUpper(c); }
+void toUpperSimpleInPlace(char32_t& c) { c = mapSimple<Direction::kUpper>(c); }
 
 char32_t toLowerSimple(char32_t const& c) {
-  char32_t result = c;
-  gTransformTables.toLower(result);
-  return result;
+  return mapSimple<Direction::kLower>(c);
 }
 
-void toLowerSimpleInPlace(char32_t& c) { gTransformTables.toLower(c); }
+void toLowerSimpleInPlace(char32_t& c) { c = mapSimple<Direction::kLower>(c); }
 
 char32_t toTitleSimple(char32_t const& c) {
-  char32_t result = c;
-  gTransformTables.toTitle(result);
-  return result;
+  return mapSimple<Direction::kTitle>(c);
 }
 
 String toUpperFull(String const& s, std::string const& language) {
@@ -92,15 +91,13 @@ String toTitleFull(char32_t c, std::string const& language) {
   return gTransformTables.toTitleFull(c, language);
 }
 
-void toTitleSimpleInPlace(char32_t& c) { gTransformTables.toTitle(c); }
+void toTitleSimpleInPlace(char32_t& c) { c = mapSimple<Direction::kTitle>(c); }
 
 char32_t simpleCaseFold(char32_t const& c) {
-  char32_t result = c;
-  gTransformTables.simpleCaseFold(result);
-  return result;
+  return mapSimple<Direction::kFold>(c);
 }
 
-void simpleCaseFoldInPlace(char32_t& c) { gTransformTables.simpleCaseFold(c); }
+void simpleCaseFoldInPlace(char32_t& c) { c = mapSimple<Direction::kFold>(c); }
 
 bool isAssigned(char32_t c) {
   return rangeContains(gTransformTables.validRanges, c);

@@ -27,14 +27,18 @@ bool rangeContains(const RangeList& ranges, char32_t c) {
   return true;
 }
 
-// The steps depend on one another, so their order is fixed:
-// - initCompatDecomp calls toNFD, which needs the decompositionMap that
-//   initDecomp builds;
-// - both run before initWeightMap, so the toNFD inside initCompatDecomp sorts
-//   nothing and the stored compatibility decompositions keep the order of
-//   their expansion;
-// - initFinalCompositionMap reads rawDecompositionMap, weightMap and
-//   compositionExclusions, so it comes after all three.
+// The fillers run in a fixed order, and the maps derived from the raw
+// mappings come out as the written derivation makes them at that point:
+// - decompositionMap holds the chain of first elements of each raw row;
+// - compatDecompositionMap holds expandCompat of each raw row put through
+//   toNFD while weightMap is still empty, so that nothing is sorted;
+// - compositionMap holds the two-element raw rows that weightMap and
+//   compositionExclusions let through.
+// All three stand worked out in the generated normalization data, which
+// LoadTimeExpansionTest holds to that derivation from the raw rows, so the
+// load copies them instead of working them out again. The raw rows are
+// therefore given back as soon as their fillers have run: the tables filled
+// after them reuse that memory, and the load needs fewer fresh pages.
 UnicodeTransformationTables::UnicodeTransformationTables()
     : LBase(0x1100),
       VBase(0x1161),
@@ -70,9 +74,11 @@ UnicodeTransformationTables::UnicodeTransformationTables()
   data::initCaseIgnorable(caseIgnorableRanges);
   initSoftDotted();
 
-  // Decompositions, canonical first.
+  // Decompositions, canonical first. Each map stays a valid empty map.
   initDecomp();
+  rawDecompositionMap.clear();
   initCompatDecomp();
+  rawCompatDecompositionMap.clear();
 
   // Simple mappings and folding, in this order.
   data::initToUpper(toUpperMap);
@@ -86,11 +92,6 @@ UnicodeTransformationTables::UnicodeTransformationTables()
   initWeightMap();
   initCompositionExclusions();
   initFinalCompositionMap();
-
-  // The one-level mappings and their tags are needed no more: give their
-  // memory back before the load ends. Each map stays a valid empty map.
-  rawDecompositionMap.clear();
-  rawCompatDecompositionMap.clear();
 }
 
 // Destroys the members in the reverse of their declared order.

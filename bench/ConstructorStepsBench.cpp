@@ -1,0 +1,194 @@
+// Where the library's load goes: every step of the constructor of the table
+// set timed on its own, in the constructor's order, and the destructor that
+// runs at exit. Each step runs on a scratch table set (or a fresh container)
+// brought into the state the constructor leaves it in before that step.
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <memory>
+#include <utility>
+
+#include "transform/UnicodeTransformationTables.h"
+#include "transform/data/Fillers.h"
+
+namespace {
+
+namespace data = zelvo_private::unicode;
+using zelvo::unicode::UnicodeTransformationTables;
+
+UnicodeTransformationTables& scratch() {
+  static UnicodeTransformationTables tables;
+  return tables;
+}
+
+// A filler of zelvo_private::unicode into a fresh container; the
+// container's destruction is not timed.
+template <class Container, void (*fill)(Container&)>
+void filler(benchmark::State& state) {
+  for (auto _ : state) {
+    auto container = std::make_unique<Container>();
+    fill(*container);
+    benchmark::DoNotOptimize(container.get());
+    state.PauseTiming();
+    container.reset();
+    state.ResumeTiming();
+  }
+}
+
+using CharMap = std::map<char32_t, char32_t>;
+using StringMap = std::map<char32_t, zelvo::unicode::String>;
+using CompatMap =
+    std::map<char32_t, std::pair<zelvo::unicode::String, std::string>>;
+using Ranges = zelvo::unicode::RangeList;
+using Conditions = zelvo::unicode::ConditionTable;
+
+void initSoftDotted(benchmark::State& state) {
+  auto& t = scratch();
+  for (auto _ : state) {
+    state.PauseTiming();
+    t.softDottedRanges.clear();
+    t.softDottedRanges.shrink_to_fit();
+    state.ResumeTiming();
+    t.initSoftDotted();
+  }
+}
+
+void initDecomp(benchmark::State& state) {
+  auto& t = scratch();
+  for (auto _ : state) {
+    state.PauseTiming();
+    t.rawDecompositionMap.clear();
+    t.decompositionMap.clear();
+    state.ResumeTiming();
+    t.initDecomp();
+  }
+  t.rawDecompositionMap.clear();
+}
+
+// As at load: weightMap is still empty while the compatibility
+// decompositions are expanded.
+void initCompatDecomp(benchmark::State& state) {
+  auto& t = scratch();
+  std::map<char32_t, int> weights;
+  std::swap(weights, t.weightMap);
+  for (auto _ : state) {
+    state.PauseTiming();
+    t.rawCompatDecompositionMap.clear();
+    t.compatDecompositionMap.clear();
+    state.ResumeTiming();
+    t.initCompatDecomp();
+  }
+  std::swap(weights, t.weightMap);
+  t.rawCompatDecompositionMap.clear();
+}
+
+void initWeightMap(benchmark::State& state) {
+  auto& t = scratch();
+  for (auto _ : state) {
+    state.PauseTiming();
+    t.weightMap.clear();
+    state.ResumeTiming();
+    t.initWeightMap();
+  }
+}
+
+void initCompositionExclusions(benchmark::State& state) {
+  auto& t = scratch();
+  for (auto _ : state) {
+    state.PauseTiming();
+    t.compositionExclusions.clear();
+    state.ResumeTiming();
+    t.initCompositionExclusions();
+  }
+}
+
+void initFinalCompositionMap(benchmark::State& state) {
+  auto& t = scratch();
+  data::initDecomposition(t.rawDecompositionMap);
+  for (auto _ : state) {
+    state.PauseTiming();
+    t.compositionMap.clear();
+    state.ResumeTiming();
+    t.initFinalCompositionMap();
+  }
+  t.rawDecompositionMap.clear();
+}
+
+void emptyRawMaps(benchmark::State& state) {
+  auto& t = scratch();
+  for (auto _ : state) {
+    state.PauseTiming();
+    data::initDecomposition(t.rawDecompositionMap);
+    data::initCompatibiltyDecomposition(t.rawCompatDecompositionMap);
+    state.ResumeTiming();
+    t.rawDecompositionMap.clear();
+    t.rawCompatDecompositionMap.clear();
+  }
+}
+
+void wholeConstructor(benchmark::State& state) {
+  for (auto _ : state) {
+    auto tables = std::make_unique<UnicodeTransformationTables>();
+    benchmark::DoNotOptimize(tables.get());
+    state.PauseTiming();
+    tables.reset();
+    state.ResumeTiming();
+  }
+}
+
+void destructor(benchmark::State& state) {
+  for (auto _ : state) {
+    state.PauseTiming();
+    auto tables = std::make_unique<UnicodeTransformationTables>();
+    state.ResumeTiming();
+    tables.reset();
+  }
+}
+
+#define STEP(name, ...) \
+  BENCHMARK(__VA_ARGS__)->Name(name)->Unit(benchmark::kMicrosecond)
+
+// In the order of the constructor.
+STEP("1 initValidRanges", filler<Ranges, data::initValidRanges>);
+STEP("1 initNFD_QC_NoRanges", filler<Ranges, data::initNFD_QC_NoRanges>);
+STEP("1 initNFC_QC_NoRanges", filler<Ranges, data::initNFC_QC_NoRanges>);
+STEP("1 initNFC_QC_MaybeRanges", filler<Ranges, data::initNFC_QC_MaybeRanges>);
+STEP("1 initNFKD_QC_NoRanges", filler<Ranges, data::initNFKD_QC_NoRanges>);
+STEP("1 initNFKC_QC_NoRanges", filler<Ranges, data::initNFKC_QC_NoRanges>);
+STEP("1 initNFKC_QC_MaybeRanges",
+     filler<Ranges, data::initNFKC_QC_MaybeRanges>);
+STEP("2 initToUpperSpecial", filler<StringMap, data::initToUpperSpecial>);
+STEP("2 initToLowerSpecial", filler<StringMap, data::initToLowerSpecial>);
+STEP("2 initToTitleSpecial", filler<StringMap, data::initToTitleSpecial>);
+STEP("2 initToUpperSpecialCondition",
+     filler<Conditions, data::initToUpperSpecialCondition>);
+STEP("2 initToLowerSpecialCondition",
+     filler<Conditions, data::initToLowerSpecialCondition>);
+STEP("2 initToTitleSpecialCondition",
+     filler<Conditions, data::initToTitleSpecialCondition>);
+STEP("2 initCased", filler<Ranges, data::initCased>);
+STEP("2 initCaseIgnorable", filler<Ranges, data::initCaseIgnorable>);
+STEP("2 initSoftDotted", initSoftDotted);
+STEP("3 initDecomposition (filler)",
+     filler<StringMap, data::initDecomposition>);
+STEP("3 initDecomp (filler and expansion)", initDecomp);
+STEP("3 initCompatibiltyDecomposition (filler)",
+     filler<CompatMap, data::initCompatibiltyDecomposition>);
+STEP("3 initCompatDecomp (filler and expansion)", initCompatDecomp);
+STEP("4 initToUpper", filler<CharMap, data::initToUpper>);
+STEP("4 initToLower", filler<CharMap, data::initToLower>);
+STEP("4 initCCaseFolding", filler<CharMap, data::initCCaseFolding>);
+STEP("4 initSCaseFolding", filler<CharMap, data::initSCaseFolding>);
+STEP("4 initTCaseFolding", filler<CharMap, data::initTCaseFolding>);
+STEP("4 initFCaseFolding", filler<StringMap, data::initFCaseFolding>);
+STEP("4 initToTitle", filler<CharMap, data::initToTitle>);
+STEP("5 initWeightMap", initWeightMap);
+STEP("5 initCompositionExclusions", initCompositionExclusions);
+STEP("5 initFinalCompositionMap", initFinalCompositionMap);
+STEP("6 empty the raw maps", emptyRawMaps);
+STEP("7 whole constructor", wholeConstructor);
+STEP("8 destructor, at exit", destructor);
+
+}  // namespace
+
+BENCHMARK_MAIN();
