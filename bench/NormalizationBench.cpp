@@ -12,6 +12,7 @@
 #include <cstring>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -299,7 +300,8 @@ void registerRows(const Text* text) {
 
 // The console output, and after it one line for every text and operation:
 // our MB/s, ICU's held to the UTF-32 contract, and the ratio, the lowest
-// ratio named last. Rates are of CPU time, as in the rows above.
+// ratio named last. Rates are of CPU time, as in the rows above; with
+// --benchmark_repetitions, the median of the repetitions.
 class RatioReporter : public benchmark::ConsoleReporter {
  public:
   void ReportRuns(const std::vector<Run>& runs) override {
@@ -307,11 +309,17 @@ class RatioReporter : public benchmark::ConsoleReporter {
     for (const Run& run : runs) {
       const auto rate = run.counters.find("bytes_per_second");
       if (run.error_occurred || rate == run.counters.end()) continue;
-      const std::string name = run.benchmark_name();
+      const bool median =
+          run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
+      if (run.run_type == Run::RT_Aggregate && !median) continue;
+      const std::string name = run.run_name.str();
       const size_t last = name.rfind('/');
       if (last == std::string::npos) continue;
       const std::string who = name.substr(last + 1);
       const std::string what = name.substr(0, last);
+      // A median, once there, stands for all the repetitions.
+      if (!median && medians_.count(name) != 0) continue;
+      if (median) medians_.insert(name);
       if (who == "zelvo") rates_[what].first = rate->second.value;
       if (who == "icu_utf32_contract") rates_[what].second = rate->second.value;
     }
@@ -340,6 +348,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
 
  private:
   std::map<std::string, std::pair<double, double>> rates_;
+  std::set<std::string> medians_;
 };
 
 std::unique_ptr<Text> makeText(const std::string& name, std::string utf8,

@@ -7,6 +7,10 @@
 
 #include "normalization/Scans.h"
 
+// Internal to the library, and hidden: calls from its other parts go
+// straight to these, not through the tables of the dynamic linker.
+#pragma GCC visibility push(hidden)
+
 namespace zelvo {
 namespace unicode {
 
@@ -47,20 +51,21 @@ void composePass(char32_t* s, size_t length, const Source& source) {
     }
     // Case C changes the string only where cur is the second element of a
     // pair, so a code point that is none is passed over at once.
-    if (source.maySecond(cur)) {
+    if (source.maySecondAt(s, i)) {
       size_t st = i - 1;
-      while (st >= 1 && !source.isStarter(s[st])) --st;
+      while (st >= 1 && !source.isStarterAt(s, st)) --st;
       // A range that begins with non-starters or a marker has nothing to
       // compose with.
-      if (source.isStarter(s[st])) {
+      if (source.isStarterAt(s, st)) {
         // Only the code point just before cur is looked at. A consumed slot
         // there blocks nothing, whatever stands further back.
         bool blocked = false;
         if (st != i - 1 && prev != marker) {
           int prevWeight = 0;
           int curWeight = 0;
-          source.weight(prev, prevWeight);
-          blocked = !source.weight(cur, curWeight) || !(prevWeight < curWeight);
+          source.weightAt(s, i - 1, prevWeight);
+          blocked =
+              !source.weightAt(s, i, curWeight) || !(prevWeight < curWeight);
         }
         char32_t composite = 0;
         if (!blocked && source.composite(s[st], cur, composite)) {
@@ -85,3 +90,5 @@ inline size_t removeMarkers(char32_t* s, size_t length, char32_t marker) {
 
 }  // namespace unicode
 }  // namespace zelvo
+
+#pragma GCC visibility pop

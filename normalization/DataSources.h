@@ -3,6 +3,7 @@
 // finished tables in constant arrays.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "transform/NormalizationData.h"
@@ -52,6 +53,16 @@ class TableSource {
 
   // Whether c may be the second element of a compositionMap key: here, any.
   bool maySecond(char32_t) const { return true; }
+
+  // The same of the element at position at of s, as the composition pass
+  // asks them.
+  bool isStarterAt(const char32_t* s, size_t at) const {
+    return isStarter(s[at]);
+  }
+  bool weightAt(const char32_t* s, size_t at, int& weight) const {
+    return this->weight(s[at], weight);
+  }
+  bool maySecondAt(const char32_t*, size_t) const { return true; }
 
   bool composite(char32_t first, char32_t second, char32_t& composite) const {
     const auto found = tables_.compositionMap.find(String{first, second});
@@ -105,6 +116,18 @@ class IndexSource : public HangulConstants {
     return (propertyindex::lookup(c) & propertyindex::kComposesSecond) != 0;
   }
 
+  // The same of the element at position at of s, as the composition pass
+  // asks them.
+  bool isStarterAt(const char32_t* s, size_t at) const {
+    return isStarter(s[at]);
+  }
+  bool weightAt(const char32_t* s, size_t at, int& weight) const {
+    return this->weight(s[at], weight);
+  }
+  bool maySecondAt(const char32_t* s, size_t at) const {
+    return maySecond(s[at]);
+  }
+
   // Only asked after maySecond(second) said yes.
   bool composite(char32_t first, char32_t second, char32_t& composite) const {
     if (!(propertyindex::lookup(first) & propertyindex::kComposesFirst))
@@ -112,6 +135,34 @@ class IndexSource : public HangulConstants {
     composite = normalizationdata::composite(first, second);
     return composite != 0;
   }
+};
+
+// The generated data, as IndexSource, for a range of which the record of
+// every element in the property index is known by its position: the records
+// the range had before the composition pass began. The pass writes into a
+// position only a marker, or a composite or syllable in place of a starter,
+// which is a starter too (NormalizationDataTest checks it), so the class of
+// a record still holds for whatever stands there but a marker.
+class RecordSource : public IndexSource {
+ public:
+  explicit RecordSource(const std::uint32_t* records) : records_(records) {}
+
+  bool isStarterAt(const char32_t* s, size_t at) const {
+    return s[at] != deletedMarker &&
+           propertyindex::combiningClass(records_[at]) == 0;
+  }
+  // Not asked of a marker.
+  bool weightAt(const char32_t*, size_t at, int& weight) const {
+    weight = propertyindex::combiningClass(records_[at]);
+    return weight != 0;
+  }
+  // Asked only of an element the pass has not written.
+  bool maySecondAt(const char32_t*, size_t at) const {
+    return (records_[at] & propertyindex::kComposesSecond) != 0;
+  }
+
+ private:
+  const std::uint32_t* records_;
 };
 
 // Whether an algorithm running on tables may read the generated data in

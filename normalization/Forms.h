@@ -10,6 +10,10 @@
 #include "transform/NormalizationData.h"
 #include "transform/PropertyIndex.h"
 
+// Internal to the library, and hidden: calls from its other parts go
+// straight to these, not through the tables of the dynamic linker.
+#pragma GCC visibility push(hidden)
+
 namespace zelvo {
 namespace unicode {
 
@@ -71,45 +75,61 @@ enum class Role {
   kInside,       // no boundary, and it may change or make others change
 };
 
-// Whether c is kPlain, with no more than one lookup: a code point without
-// data, or a starter in no quick check list of Form that does not compose
-// with what stands before it and is decomposed by Hangul arithmetic or not
-// at all.
+// The flags of a record that give a code point a role other than kPlain and
+// kMark.
 template <class Form>
-inline bool isPlain(char32_t c) {
+constexpr std::uint32_t kSpecialFlags =
+    Form::kDecomposes | propertyindex::kComposesSecond | Form::kNo |
+    Form::kMaybe;
+
+// A vowel or trailing place of Hangul (U+11A7 included), which may compose
+// with what stands before it.
+inline bool isVowelOrTrailing(char32_t c) {
   using H = HangulConstants;
-  if (c >= propertyindex::kCodePoints) return c != H::deletedMarker;
-  constexpr std::uint32_t kChanges =
-      Form::kDecomposes | propertyindex::kComposesSecond |
-      propertyindex::kCombiningClassMask | Form::kNo | Form::kMaybe;
-  return (propertyindex::lookup(c) & kChanges) == 0 &&
-         c - H::VBase >= H::TBase + H::TCount - H::VBase;
+  return c - H::VBase < H::TBase + H::TCount - H::VBase;
 }
 
-// The role of c; index becomes its record in the property index.
+// Whether the record index of a code point c below U+110000 settles its
+// role alone: kPlain if its class is 0, kMark if not.
 template <class Form>
-Role roleOf(char32_t c, std::uint32_t& index) {
-  using H = HangulConstants;
-  // Nothing above U+10FFFF has data; the one value there that is not left
-  // alone is the marker, which composition removes.
-  if (c >= propertyindex::kCodePoints) {
-    index = 0;
-    return c == H::deletedMarker ? Role::kInside : Role::kPlain;
-  }
-  index = propertyindex::lookup(c);
+inline bool hasSimpleRole(char32_t c, std::uint32_t index) {
+  return (index & kSpecialFlags<Form>) == 0 && !isVowelOrTrailing(c);
+}
+
+// The role of a code point c below U+110000 whose record in the property
+// index is index.
+template <class Form>
+Role roleOfRecord(char32_t c, std::uint32_t index) {
+  if (hasSimpleRole<Form>(c, index))
+    return propertyindex::combiningClass(index) != 0 ? Role::kMark
+                                                     : Role::kPlain;
   if (index & Form::kDecomposes) {
     const std::uint32_t record = normalizationdata::record(c);
     if (record & Form::kQuick) return Role::kStarter;
     return (record & Form::kBoundary) ? Role::kStarterWork : Role::kInside;
   }
-  // A vowel or trailing place of Hangul (U+11A7 included) may compose with
-  // what stands before it, and so may a second element of a pair.
-  if (c - H::VBase < H::TBase + H::TCount - H::VBase) return Role::kInside;
+  if (isVowelOrTrailing(c)) return Role::kInside;
+  // A second element of a pair may compose with what stands before it.
   if (index & propertyindex::kComposesSecond) return Role::kSecond;
   if (propertyindex::combiningClass(index) != 0) return Role::kMark;
-  return (index & (Form::kNo | Form::kMaybe)) != 0 ? Role::kStarterWork
-                                                   : Role::kPlain;
+  return Role::kStarterWork;
+}
+
+// The role of any 32-bit value c; index becomes its record in the property
+// index.
+template <class Form>
+Role roleOf(char32_t c, std::uint32_t& index) {
+  // Nothing above U+10FFFF has data; the one value there that is not left
+  // alone is the marker, which composition removes.
+  if (c >= propertyindex::kCodePoints) {
+    index = 0;
+    return c == HangulConstants::deletedMarker ? Role::kInside : Role::kPlain;
+  }
+  index = propertyindex::lookup(c);
+  return roleOfRecord<Form>(c, index);
 }
 
 }  // namespace unicode
 }  // namespace zelvo
+
+#pragma GCC visibility pop

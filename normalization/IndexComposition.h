@@ -5,6 +5,10 @@
 
 #include "string/String.h"
 
+// Internal to the library, and hidden: calls from its other parts go
+// straight to these, not through the tables of the dynamic linker.
+#pragma GCC visibility push(hidden)
+
 namespace zelvo {
 namespace unicode {
 
@@ -22,3 +26,5 @@ bool isComposedWithIndex(const String& s);
 
 }  // namespace unicode
 }  // namespace zelvo
+
+#pragma GCC visibility pop

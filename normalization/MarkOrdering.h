@@ -9,6 +9,10 @@
 #include "normalization/Scans.h"
 #include "normalization/WrittenThresholds.h"
 
+// Internal to the library, and hidden: calls from its other parts go
+// straight to these, not through the tables of the dynamic linker.
+#pragma GCC visibility push(hidden)
+
 namespace zelvo {
 namespace unicode {
 
@@ -65,3 +69,5 @@ void orderMarks(char32_t* p, char32_t* const end, const Source& source) {
 
 }  // namespace unicode
 }  // namespace zelvo
+
+#pragma GCC visibility pop

@@ -95,7 +95,9 @@ const std::vector<char32_t>& interesting() {
       0xFF9E,  0xFF9F,   0xFFFD,     0x0378,  0x1D15E, 0x1D160, 0x1D165,
       0x1D16E, 0x110000, 0xFFFFFFFE, kMarker, 0x11099, 0x110BA, 0x1133E,
       0x11347, 0x114B0,  0x114B9,    0x115AF, 0x115B8, 0x1F600, 0x1F3FB,
-      0x200D,  0x2F800};
+      0x200D,  0x2F800,  0x0F40,     0x0F74,  0x0F77,  0x0F7A,  0x0F82,
+      0x0F84,  0x0FB2,   0x0E8D,     0x0EB8,  0x0EC8,  0x05B4,  0x05C1,
+      0x0625,  0x0670,   0x1E63,     0x0323};
   return all;
 }
 
@@ -259,6 +261,11 @@ std::vector<Filler> fillers() {
                        200)},
       {"thai",
        cycle({0x0E01, 0x0E34, 0x0E48, 0x0E19, 0x0E38, 0x0E49, 0x20}, 200)},
+      // Letters that decompose and stay as they are alone, of many blocks,
+      // with no plain code point between them.
+      {"precomposed", cycle({0x00C5, 0x1E14, 0x01D5, 0x1EC7, 0x0419, 0x03AC,
+                             0x1F00, 0x304C, 0x0929, 0x09CB, 0x1E69},
+                            200)},
   };
 }
 
@@ -289,6 +296,12 @@ std::vector<String> specialCases() {
       {0x0065, 0x0331, 0x0323},
       {0x0323, 0x0301, 0x0345, 0x0300, 0x0334, 0x0308, 0x0316},
       {0xD800, 0x110000},
+      {0x00E9, 0x0301},
+      {0x1E14, 0x0323, 0x0301},
+      {0x00C5, 0x11A7},
+      {0x1100, 0x1161, 0x00E9, 0x0300},
+      {0x01D5, kMarker, 0x0304},
+      {0x00E9, 0x110000, 0x0301},
   };
 }
 
@@ -337,6 +350,149 @@ TEST(NormalFormsAgainstReferenceTest, LongRunsOfMarks) {
       for (size_t k = 0; k < length; ++k) s.push_back(marks[random() % 10]);
       s.push_back(0x0062);
       ASSERT_AS_REFERENCE(s);
+    }
+  }
+}
+
+// A starter with a decomposition of either kind, most of which stay as they
+// are alone: with marks after it in order and out of order, with Hangul jamo
+// and syllables on either side, and beside values that have no data.
+TEST(NormalFormsAgainstReferenceTest,
+     StartersThatDecomposeInEveryNeighbourhood) {
+  std::vector<char32_t> starters;
+  for (const auto& entry : gTransformTables.decompositionMap)
+    if (!gTransformTables.weightMap.count(entry.first))
+      starters.push_back(entry.first);
+  for (const auto& entry : gTransformTables.compatDecompositionMap)
+    starters.push_back(entry.first);
+  ASSERT_GT(starters.size(), 5000u);
+  for (char32_t c : starters) {
+    const std::vector<String> neighbourhoods = {
+        {c, 0x0301},
+        {c, 0x0323, 0x0301},
+        {c, 0x0301, 0x0323},
+        {c, 0x0315, 0x0300, 0x0062},
+        {c, 0x0308, 0x0304},
+        {c, 0x1161},
+        {c, 0x11A7},
+        {c, 0x11A8, 0x0301},
+        {0x1100, c},
+        {0x1100, 0x1161, c, 0x0301},
+        {c, 0x1100, 0x1161, 0x11A7},
+        {0xAC00, c, 0x11A7},
+        {c, kMarker},
+        {kMarker, c, 0x0301},
+        {c, kMarker, 0x0301},
+        {c, 0x110000, 0x0323},
+        {0xFFFFFFFE, c},
+        {c, c, 0x0327},
+        {0x0301, c},
+        {0x0061, c, 0x0062},
+    };
+    for (const String& s : neighbourhoods) ASSERT_AS_REFERENCE(s);
+  }
+}
+
+// Pieces whose decomposition has about as many elements as the buffer in
+// which a piece is composed (64), and longer: a base of one, two or three
+// elements, then marks, in order or not, with values without data among
+// them.
+TEST(NormalFormsAgainstReferenceTest, PiecesAroundTheLengthOfTheStackBuffer) {
+  std::mt19937 random(6464);
+  const char32_t bases[] = {0x0061, 0x00E9, 0x1E14, 0x01D5,
+                            0x0344, 0x1100, 0xAC01, 0xFDFA};
+  const char32_t marks[] = {0x0300, 0x0301, 0x0304, 0x0308, 0x0323,
+                            0x0327, 0x0334, 0x0345, 0x0315, 0x05B0};
+  for (char32_t base : bases) {
+    for (size_t count = 55; count <= 70; ++count) {
+      for (int trial = 0; trial < 4; ++trial) {
+        String s{0x0062, base};
+        for (size_t k = 0; k < count; ++k) {
+          if (trial == 0)
+            s.push_back(0x0301);  // in order, nothing composes after one
+          else if (trial == 3 && random() % 9 == 0)
+            s.push_back(random() % 2 ? kMarker : 0x110000);
+          else
+            s.push_back(marks[random() % (sizeof marks / sizeof *marks)]);
+        }
+        s.push_back(0x0063);
+        ASSERT_AS_REFERENCE(s) << "base " << hex(String{base}) << ", " << count
+                               << " marks, trial " << trial;
+      }
+    }
+  }
+}
+
+// Marks of many classes, those that compose and those that do not, in runs
+// long and short, with values that have no data (the marker among them)
+// standing between them, behind bases of every kind.
+TEST(NormalFormsAgainstReferenceTest, RunsOfMixedMarksWithValuesWithoutData) {
+  std::mt19937 random(404);
+  const char32_t bases[] = {0x0061, 0x0065, 0x00E9, 0x05E9, 0x0627,
+                            0x0625, 0x0F40, 0x0E01, 0x1100, 0xAC00,
+                            0x0915, 0x09C7, 0x0345, 0x0020, 0x4E00};
+  const char32_t marks[] = {
+      0x0300, 0x0301, 0x0302, 0x0308, 0x0323, 0x0327, 0x0334, 0x0345,
+      0x0315, 0x031B, 0x0591, 0x05B0, 0x05B4, 0x05BC, 0x05C1, 0x05C2,
+      0x064B, 0x064E, 0x0651, 0x0654, 0x0655, 0x0670, 0x093C, 0x094D,
+      0x09BE, 0x0E38, 0x0E48, 0x0F71, 0x0F72, 0x0F74, 0x0F7A, 0x0F80,
+      0x0F82, 0x0F84, 0x1161, 0x11A7, 0x11A8, 0x3099};
+  const char32_t withoutData[] = {0xFFFFFFFF, 0x110000, 0xD800, 0x0378,
+                                  0xFFFFFFFE};
+  for (int trial = 0; trial < 6000; ++trial) {
+    String s;
+    const size_t runs = 1 + random() % 4;
+    for (size_t run = 0; run < runs; ++run) {
+      s.push_back(bases[random() % (sizeof bases / sizeof *bases)]);
+      const size_t length = random() % 24;
+      for (size_t k = 0; k < length; ++k) {
+        if (random() % 8 == 0)
+          s.push_back(withoutData[random() % 5]);
+        else
+          s.push_back(marks[random() % (sizeof marks / sizeof *marks)]);
+      }
+    }
+    ASSERT_AS_REFERENCE(s);
+  }
+}
+
+// The composed checks pass over pieces that may change until a Maybe code
+// point comes, keep the first few, and then compare them, or walk back to
+// those not kept: the piece that changes may be the first of them, one in
+// the middle, the last one kept or the first one not kept, the last one, or
+// none.
+TEST(NormalFormsAgainstReferenceTest, MaybeDeepInsideDecidesThePiecesBeforeIt) {
+  const String changes = {0xAC00, 0x11A7};      // U+11A7 is swallowed
+  const String staysArabic = {0x0625, 0x0650};  // decomposes and composes
+  const String staysLatin = {0x00E9, 0x0315};   // the same
+  const String marker = {0x0061, 0xFFFFFFFF};   // the marker goes
+  // Maybe code points that stay as they are, so that the pieces before
+  // them decide, and some that change.
+  const std::vector<String> maybes = {{0x0628, 0x0653},
+                                      {0x05D0, 0x0301},
+                                      {0x0915, 0x093C},
+                                      {0x0065, 0x0301},
+                                      {0x1100, 0x1161}};
+  for (const Filler& filler : fillers()) {
+    for (const String& maybe : maybes) {
+      for (const String& odd : {changes, marker, staysArabic}) {
+        for (size_t count : {1u, 4u, 15u, 16u, 17u, 18u, 40u}) {
+          for (size_t where : {size_t{0}, count / 2, size_t{15}, size_t{16},
+                               size_t{17}, count - 1}) {
+            if (where >= count) continue;
+            // Pieces that may change, one of them odd, then the Maybe.
+            String s = filler.text.substr(0, 20);
+            for (size_t k = 0; k < count; ++k) {
+              s += k == where ? odd : (k % 2 ? staysArabic : staysLatin);
+              s += filler.text.substr(20 + k * 3 % 120, 3);
+            }
+            s += maybe;
+            s += filler.text.substr(140);
+            ASSERT_AS_REFERENCE(s)
+                << filler.name << " odd piece " << where << " of " << count;
+          }
+        }
+      }
     }
   }
 }
