@@ -1,8 +1,8 @@
 // Speed of the four normal forms and of isNFC and isNFKC over the corpus and
 // over texts of scripts the corpus lacks, as they stand and decomposed, side
 // by side with ICU, utf8proc and memcpy, in MB/s of UTF-8, with the ratio of
-// ours to ICU's held to the same contract at the end; also the load time and
-// the memory of the character tables.
+// ours to ICU's held to the same contract at the end; also the memory of the
+// character tables.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
@@ -226,17 +226,7 @@ void utf8procIsNFC(benchmark::State& state, const Text* text) {
 #endif
 
 // ---------------------------------------------------------------------------
-// The tables: the time of a construction, as at load, and what it holds.
-
-void tablesLoad(benchmark::State& state) {
-  for (auto _ : state) {
-    auto tables = std::make_unique<UnicodeTransformationTables>();
-    benchmark::DoNotOptimize(tables.get());
-    state.PauseTiming();
-    tables.reset();
-    state.ResumeTiming();
-  }
-}
+// The tables: what a construction holds. ConstructorStepsBench times it.
 
 // Measured, not estimated: the bytes in use by malloc, by mallinfo2, before
 // and after one construction, with nothing else allocating in between.
@@ -402,8 +392,6 @@ int main(int argc, char** argv) {
                  zelvo_bench::corpusDir().c_str());
     return 1;
   }
-  benchmark::RegisterBenchmark("tables/load", tablesLoad)
-      ->Unit(benchmark::kMillisecond);
   benchmark::RegisterBenchmark("tables/memory", tablesMemory)
       ->Unit(benchmark::kMillisecond)
       ->Iterations(1);

@@ -744,6 +744,26 @@ def two_stage(records, what):
     return block_of, blocks
 
 
+def two_stage_source(block_of, blocks, block_of_name, blocks_name, about):
+    """The two arrays of a table from two_stage, as C++, up to the brace that
+    closes the second: the block of every 128 code points, then the distinct
+    blocks of 32-bit records with the first code point of each."""
+    parts = ["// The block of every 128 code points, 16 a line.\n"
+             f"const std::uint8_t {block_of_name}[{len(block_of)}] = {{\n"]
+    for start in range(0, len(block_of), 16):
+        line = ", ".join(f"{b:3d}" for b in block_of[start:start + 16])
+        parts.append(f"    {line},  // U+{start * BLOCK_SIZE:04X}\n")
+    parts.append(f"}};\n\n// {about}.\n"
+                 f"const std::uint32_t {blocks_name}[][{BLOCK_SIZE}] = {{\n")
+    for number, (start, block) in enumerate(blocks):
+        parts.append(f"    // {number}: first at U+{start:04X}\n    {{\n")
+        for i in range(0, BLOCK_SIZE, 8):
+            line = ", ".join(f"0x{r:08X}" for r in block[i:i + 8])
+            parts.append(f"        {line},\n")
+        parts.append("    },\n")
+    return "".join(parts)
+
+
 def property_index_source(tables):
     records, rows = build_property_index(tables)
     block_of, blocks = two_stage(records, "the property index")
@@ -764,19 +784,9 @@ def property_index_source(tables):
     for number, row in enumerate(rows):
         parts.append(f"    {{{row[0]}, {row[1]}, {row[2]}, {row[3]}}},"
                      f"  // {number}: U+{first_of_row[number]:04X}\n")
-    parts.append("};\n\n// The block of every 128 code points, 16 a line.\n"
-                 f"const std::uint8_t kBlockOf[{len(block_of)}] = {{\n")
-    for start in range(0, len(block_of), 16):
-        line = ", ".join(f"{b:3d}" for b in block_of[start:start + 16])
-        parts.append(f"    {line},  // U+{start * BLOCK_SIZE:04X}\n")
-    parts.append("};\n\n// The distinct blocks, 8 records a line.\n"
-                 f"const std::uint32_t kBlocks[][{BLOCK_SIZE}] = {{\n")
-    for number, (start, block) in enumerate(blocks):
-        parts.append(f"    // {number}: first at U+{start:04X}\n    {{\n")
-        for i in range(0, BLOCK_SIZE, 8):
-            line = ", ".join(f"0x{r:08X}" for r in block[i:i + 8])
-            parts.append(f"        {line},\n")
-        parts.append("    },\n")
+    parts.append("};\n\n")
+    parts.append(two_stage_source(block_of, blocks, "kBlockOf", "kBlocks",
+                                  "The distinct blocks, 8 records a line"))
     parts.append("};\n\n}  // namespace propertyindex\n"
                  "}  // namespace unicode\n}  // namespace zelvo\n")
     return "".join(parts)
@@ -1042,19 +1052,10 @@ def normalization_data_source(tables):
              "namespace normalizationdata {\n\n"]
     for name, about, value in thresholds:
         parts.append(f"// {about}.\nconst char32_t {name} = {hexcode(value)};\n")
-    parts.append("\n// The block of every 128 code points, 16 a line.\n"
-                 f"const std::uint8_t kRecordBlockOf[{len(block_of)}] = {{\n")
-    for start in range(0, len(block_of), 16):
-        line = ", ".join(f"{b:3d}" for b in block_of[start:start + 16])
-        parts.append(f"    {line},  // U+{start * BLOCK_SIZE:04X}\n")
-    parts.append("};\n\n// The distinct blocks of records, 8 a line.\n"
-                 f"const std::uint32_t kRecordBlocks[][{BLOCK_SIZE}] = {{\n")
-    for number, (start, block) in enumerate(blocks):
-        parts.append(f"    // {number}: first at U+{start:04X}\n    {{\n")
-        for i in range(0, BLOCK_SIZE, 8):
-            line = ", ".join(f"0x{r:08X}" for r in block[i:i + 8])
-            parts.append(f"        {line},\n")
-        parts.append("    },\n")
+    parts.append("\n")
+    parts.append(two_stage_source(block_of, blocks, "kRecordBlockOf",
+                                  "kRecordBlocks",
+                                  "The distinct blocks of records, 8 a line"))
     parts.append("};\n\n// The expansions, 8 code points a line.\n"
                  f"const char32_t kExpansions[{len(pool)}] = {{\n")
     for i in range(0, len(pool), 8):
