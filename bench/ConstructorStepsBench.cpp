@@ -8,6 +8,7 @@
 #include <memory>
 #include <utility>
 
+#include "normalization/LoadTimeTables.h"
 #include "transform/UnicodeTransformationTables.h"
 #include "transform/data/Fillers.h"
 
@@ -53,33 +54,28 @@ void initSoftDotted(benchmark::State& state) {
   }
 }
 
-void initDecomp(benchmark::State& state) {
+// The constructor's initDecomp: the filler, the full rows copied from the
+// generated data, the raw rows given back.
+void loadDecompositions(benchmark::State& state) {
   auto& t = scratch();
   for (auto _ : state) {
     state.PauseTiming();
-    t.rawDecompositionMap.clear();
     t.decompositionMap.clear();
     state.ResumeTiming();
-    t.initDecomp();
+    zelvo::unicode::loadDecompositions(t);
   }
-  t.rawDecompositionMap.clear();
 }
 
-// As at load: weightMap is still empty while the compatibility
-// decompositions are expanded.
-void initCompatDecomp(benchmark::State& state) {
+// The constructor's initCompatDecomp, each raw row given back as its full
+// row stands.
+void loadCompatibilityDecompositions(benchmark::State& state) {
   auto& t = scratch();
-  std::map<char32_t, int> weights;
-  std::swap(weights, t.weightMap);
   for (auto _ : state) {
     state.PauseTiming();
-    t.rawCompatDecompositionMap.clear();
     t.compatDecompositionMap.clear();
     state.ResumeTiming();
-    t.initCompatDecomp();
+    zelvo::unicode::loadCompatibilityDecompositions(t);
   }
-  std::swap(weights, t.weightMap);
-  t.rawCompatDecompositionMap.clear();
 }
 
 void initWeightMap(benchmark::State& state) {
@@ -102,27 +98,14 @@ void initCompositionExclusions(benchmark::State& state) {
   }
 }
 
-void initFinalCompositionMap(benchmark::State& state) {
+// The constructor's initFinalCompositionMap.
+void loadCompositionMap(benchmark::State& state) {
   auto& t = scratch();
-  data::initDecomposition(t.rawDecompositionMap);
   for (auto _ : state) {
     state.PauseTiming();
     t.compositionMap.clear();
     state.ResumeTiming();
-    t.initFinalCompositionMap();
-  }
-  t.rawDecompositionMap.clear();
-}
-
-void emptyRawMaps(benchmark::State& state) {
-  auto& t = scratch();
-  for (auto _ : state) {
-    state.PauseTiming();
-    data::initDecomposition(t.rawDecompositionMap);
-    data::initCompatibiltyDecomposition(t.rawCompatDecompositionMap);
-    state.ResumeTiming();
-    t.rawDecompositionMap.clear();
-    t.rawCompatDecompositionMap.clear();
+    zelvo::unicode::loadCompositionMap(t);
   }
 }
 
@@ -171,10 +154,11 @@ STEP("2 initCaseIgnorable", filler<Ranges, data::initCaseIgnorable>);
 STEP("2 initSoftDotted", initSoftDotted);
 STEP("3 initDecomposition (filler)",
      filler<StringMap, data::initDecomposition>);
-STEP("3 initDecomp (filler and expansion)", initDecomp);
+STEP("3 loadDecompositions (initDecomp at load)", loadDecompositions);
 STEP("3 initCompatibiltyDecomposition (filler)",
      filler<CompatMap, data::initCompatibiltyDecomposition>);
-STEP("3 initCompatDecomp (filler and expansion)", initCompatDecomp);
+STEP("3 loadCompatibilityDecompositions (initCompatDecomp at load)",
+     loadCompatibilityDecompositions);
 STEP("4 initToUpper", filler<CharMap, data::initToUpper>);
 STEP("4 initToLower", filler<CharMap, data::initToLower>);
 STEP("4 initCCaseFolding", filler<CharMap, data::initCCaseFolding>);
@@ -184,10 +168,10 @@ STEP("4 initFCaseFolding", filler<StringMap, data::initFCaseFolding>);
 STEP("4 initToTitle", filler<CharMap, data::initToTitle>);
 STEP("5 initWeightMap", initWeightMap);
 STEP("5 initCompositionExclusions", initCompositionExclusions);
-STEP("5 initFinalCompositionMap", initFinalCompositionMap);
-STEP("6 empty the raw maps", emptyRawMaps);
-STEP("7 whole constructor", wholeConstructor);
-STEP("8 destructor, at exit", destructor);
+STEP("5 loadCompositionMap (initFinalCompositionMap at load)",
+     loadCompositionMap);
+STEP("6 whole constructor", wholeConstructor);
+STEP("7 destructor, at exit", destructor);
 
 }  // namespace
 

@@ -1,40 +1,31 @@
 // Composition: the map of primary composites built at load, composeHelper
 // with its Hangul cases and its blocking rule, and toNFC and toNFKC.
-#include <algorithm>
-#include <cstdint>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "normalization/CompositionPass.h"
 #include "normalization/DataSources.h"
 #include "normalization/Forms.h"
 #include "normalization/IndexComposition.h"
-#include "transform/NormalizationData.h"
 #include "transform/UnicodeTransformationTables.h"
 
 namespace zelvo {
 namespace unicode {
 
 void UnicodeTransformationTables::initFinalCompositionMap() {
-  // The pairs that the one-level mappings give (two elements, a starter
-  // composite, a starter first element, no exclusion) stand in the generated
-  // hash table of the normalization data; LoadTimeExpansionTest holds this
-  // map to that selection from the raw rows. An entry reads first << 42 |
-  // second << 21 | composite, so entries sort in the order of the keys, and
-  // each pair goes in at the end of the map.
-  std::vector<std::uint64_t> pairs;
-  pairs.reserve(normalizationdata::kCompositionSlotCount);
-  for (const std::uint64_t entry : normalizationdata::kCompositionSlots)
-    if (entry != 0) pairs.push_back(entry);
-  std::sort(pairs.begin(), pairs.end());
-  constexpr std::uint64_t kCodePointMask = 0x1FFFFF;
-  for (const std::uint64_t entry : pairs)
-    compositionMap.emplace_hint(
-        compositionMap.end(),
-        String{static_cast<char32_t>(entry >> 42),
-               static_cast<char32_t>((entry >> 21) & kCodePointMask)},
-        static_cast<char32_t>(entry & kCodePointMask));
+  // The one-level mappings, not the full decompositions: so a composite can
+  // be the first element of another pair, and compositions build on each
+  // other. Singletons, non-starter composites and mappings that begin with
+  // a non-starter stay out by the first three tests, the exclusion list
+  // keeps out the rest.
+  const TableSource tables(*this);
+  for (const auto& entry : rawDecompositionMap) {
+    const char32_t key = entry.first;
+    const String& value = entry.second;
+    if (value.length() == 2 && tables.isStarter(key) &&
+        tables.isStarter(value[0]) && compositionExclusions.count(key) == 0)
+      compositionMap[value] = key;
+  }
 }
 
 String UnicodeTransformationTables::composeHelper(String& s) {

@@ -1,6 +1,6 @@
-// Decomposition: the full decompositions of the published mappings at load,
-// and toNFD and toNFKD, with Hangul syllables by arithmetic.
-#include <cstdint>
+// Decomposition: the full decompositions of the published mappings, worked
+// out as written, and toNFD and toNFKD, with Hangul syllables by arithmetic.
+#include <deque>
 #include <map>
 #include <string>
 #include <utility>
@@ -8,9 +8,7 @@
 #include "normalization/DataSources.h"
 #include "normalization/Forms.h"
 #include "normalization/IndexDecomposition.h"
-#include "normalization/LoadCompatibility.h"
 #include "normalization/WrittenThresholds.h"
-#include "transform/NormalizationData.h"
 #include "transform/UnicodeTransformationTables.h"
 #include "transform/data/Fillers.h"
 
@@ -56,32 +54,36 @@ std::u32string decomposeCanonically(UnicodeTransformationTables& tables,
   return out;
 }
 
-// A value of the generated pool as a String.
-String pooled(normalizationdata::Expansion expansion) {
-  return String(std::u32string(expansion.data, expansion.length));
-}
-
-// The full compatibility decomposition of c, a key of
-// rawCompatDecompositionMap.
-String pooledCompatibility(char32_t c) {
-  return pooled(normalizationdata::compatibility(normalizationdata::record(c)));
-}
-
 }  // namespace
 
-// The full decompositions of both maps stand expanded in the generated pool
-// of the normalization data, so the load copies them rather than working
-// them out: the raw rows are filled first, as ever, and each key of a raw
-// map takes its full value from the pool, in ascending order at the end of
-// the map. LoadTimeExpansionTest holds both maps to the written expansion of
-// the raw rows: the chain of first elements for decompositionMap, and
-// expandCompat then toNFD with no weights yet for compatDecompositionMap.
 void UnicodeTransformationTables::initDecomp() {
   zelvo_private::unicode::initDecomposition(rawDecompositionMap);
+  // One queue serves every entry: each one leaves it empty.
+  std::deque<char32_t> queue;
   for (const auto& entry : rawDecompositionMap) {
-    const std::uint32_t record = normalizationdata::record(entry.first);
-    decompositionMap.emplace_hint(decompositionMap.end(), entry.first,
-                                  pooled(normalizationdata::canonical(record)));
+    const String& value = entry.second;
+    // Follow the chain of first elements to its end. The second elements
+    // gathered on the way are final as they stand: none of them has a
+    // mapping of its own. The queue keeps the outermost at the front.
+    char32_t first = value[0];
+    for (auto next = rawDecompositionMap.find(first);
+         next != rawDecompositionMap.end();
+         next = rawDecompositionMap.find(first)) {
+      first = next->second[0];
+      if (next->second.length() >= 2) queue.push_back(next->second[1]);
+    }
+    if (value.length() >= 2) queue.push_front(value[1]);
+    queue.push_back(first);
+    // Read from the back: the deepest first element, then every second
+    // element from the innermost outward.
+    String full;
+    while (!queue.empty()) {
+      full.push_back(queue.back());
+      queue.pop_back();
+    }
+    // Keys come in ascending order, so each one goes in at the end.
+    decompositionMap.insert_or_assign(decompositionMap.end(), entry.first,
+                                      std::move(full));
   }
 }
 
@@ -96,19 +98,15 @@ String UnicodeTransformationTables::expandCompat(char32_t const& c) {
 void UnicodeTransformationTables::initCompatDecomp() {
   zelvo_private::unicode::initCompatibiltyDecomposition(
       rawCompatDecompositionMap);
-  for (const auto& entry : rawCompatDecompositionMap)
-    compatDecompositionMap.emplace_hint(compatDecompositionMap.end(),
-                                        entry.first,
-                                        pooledCompatibility(entry.first));
-}
-
-void loadCompatibilityDecompositions(UnicodeTransformationTables& tables) {
-  auto& raw = tables.rawCompatDecompositionMap;
-  zelvo_private::unicode::initCompatibiltyDecomposition(raw);
-  for (auto entry = raw.begin(); entry != raw.end(); entry = raw.erase(entry))
-    tables.compatDecompositionMap.emplace_hint(
-        tables.compatDecompositionMap.end(), entry->first,
-        pooledCompatibility(entry->first));
+  for (const auto& entry : rawCompatDecompositionMap) {
+    String expanded;
+    for (char32_t element : entry.second.first)
+      expanded += expandCompat(element);
+    // weightMap is still empty here, so this replaces canonical mappings
+    // but sorts nothing: the values keep the order of their expansion.
+    compatDecompositionMap.insert_or_assign(compatDecompositionMap.end(),
+                                            entry.first, toNFD(expanded));
+  }
 }
 
 String UnicodeTransformationTables::toNFD(String const& s) {

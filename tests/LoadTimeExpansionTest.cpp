@@ -87,18 +87,58 @@ TEST(LoadTimeExpansion,
   EXPECT_EQ(gTransformTables.compatDecompositionMap, expected);
 }
 
-// The constructor gives the raw rows back one by one as it goes; the method
-// on its own keeps them, and fills the same full rows.
-TEST(LoadTimeExpansion, InitCompatDecompKeepsTheRawRowsTheConstructorEmpties) {
+// The written methods, run on a table set brought back to the state of the
+// load before each, leave what the load leaves, and keep their raw rows,
+// which the constructor gives back.
+TEST(LoadTimeExpansion, InitDecompOnItsOwnLeavesTheMapOfTheLoad) {
+  EXPECT_TRUE(gTransformTables.rawDecompositionMap.empty());
+  auto scratch = std::make_unique<UnicodeTransformationTables>();
+  scratch->decompositionMap.clear();
+  scratch->initDecomp();
+  RawCanonical raw;
+  data::initDecomposition(raw);
+  EXPECT_EQ(scratch->rawDecompositionMap, raw);
+  EXPECT_EQ(scratch->decompositionMap, gTransformTables.decompositionMap);
+}
+
+TEST(LoadTimeExpansion, InitCompatDecompOnItsOwnLeavesTheMapOfTheLoad) {
   EXPECT_TRUE(gTransformTables.rawCompatDecompositionMap.empty());
   auto scratch = std::make_unique<UnicodeTransformationTables>();
   scratch->compatDecompositionMap.clear();
+  scratch->weightMap.clear();
   scratch->initCompatDecomp();
   RawCompat raw;
   data::initCompatibiltyDecomposition(raw);
   EXPECT_EQ(scratch->rawCompatDecompositionMap, raw);
   EXPECT_EQ(scratch->compatDecompositionMap,
             gTransformTables.compatDecompositionMap);
+}
+
+TEST(LoadTimeExpansion, InitFinalCompositionMapOnItsOwnLeavesTheMapOfTheLoad) {
+  auto scratch = std::make_unique<UnicodeTransformationTables>();
+  data::initDecomposition(scratch->rawDecompositionMap);
+  scratch->compositionMap.clear();
+  scratch->initFinalCompositionMap();
+  EXPECT_EQ(scratch->compositionMap, gTransformTables.compositionMap);
+}
+
+// Called again later, the written methods work from what the tables hold
+// then: an entry changed by hand is put back as the rows make it, and with
+// no raw rows the composition map gains nothing.
+TEST(LoadTimeExpansion, InitMethodsWorkFromWhatTheTablesHoldWhenCalled) {
+  auto scratch = std::make_unique<UnicodeTransformationTables>();
+  scratch->decompositionMap[0xC0] = String{0x41};
+  scratch->compatDecompositionMap[0xA0] = String{0x42};
+  scratch->initDecomp();
+  scratch->initCompatDecomp();
+  EXPECT_EQ(scratch->decompositionMap.at(0xC0),
+            gTransformTables.decompositionMap.at(0xC0));
+  EXPECT_EQ(scratch->compatDecompositionMap.at(0xA0),
+            gTransformTables.compatDecompositionMap.at(0xA0));
+  scratch->compositionMap.clear();
+  scratch->rawDecompositionMap.clear();
+  scratch->initFinalCompositionMap();
+  EXPECT_TRUE(scratch->compositionMap.empty());
 }
 
 TEST(LoadTimeExpansion, CompositionMapIsTheSelectionOfTwoElementRawRows) {

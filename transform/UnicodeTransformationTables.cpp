@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "normalization/LoadCompatibility.h"
+#include "normalization/LoadTimeTables.h"
 #include "transform/data/Fillers.h"
 
 namespace zelvo {
@@ -37,10 +37,10 @@ bool rangeContains(const RangeList& ranges, char32_t c) {
 //   compositionExclusions let through.
 // All three stand worked out in the generated normalization data, which
 // LoadTimeExpansionTest holds to that derivation from the raw rows, so the
-// load copies them instead of working them out again. The raw rows are
-// therefore given back as soon as their fillers have run (the compatibility
-// rows one by one, as their full rows are made): the tables filled after
-// them reuse that memory, and the load needs fewer fresh pages.
+// load copies them instead of working them out again (normalization/
+// LoadTimeTables.h), and the raw rows are given back as soon as nothing at
+// load reads them: the tables filled after them reuse that memory, and the
+// load needs fewer fresh pages.
 UnicodeTransformationTables::UnicodeTransformationTables()
     : LBase(0x1100),
       VBase(0x1161),
@@ -76,10 +76,10 @@ UnicodeTransformationTables::UnicodeTransformationTables()
   data::initCaseIgnorable(caseIgnorableRanges);
   initSoftDotted();
 
-  // Decompositions, canonical first. Each map stays a valid empty map.
-  initDecomp();
-  rawDecompositionMap.clear();
-  loadCompatibilityDecompositions(*this);  // initCompatDecomp, then emptied
+  // Decompositions, canonical first; each raw map is left empty, and stays
+  // a valid map.
+  loadDecompositions(*this);               // initDecomp
+  loadCompatibilityDecompositions(*this);  // initCompatDecomp
 
   // Simple mappings and folding, in this order.
   data::initToUpper(toUpperMap);
@@ -92,7 +92,7 @@ UnicodeTransformationTables::UnicodeTransformationTables()
 
   initWeightMap();
   initCompositionExclusions();
-  initFinalCompositionMap();
+  loadCompositionMap(*this);  // initFinalCompositionMap
 }
 
 // Destroys the members in the reverse of their declared order.
