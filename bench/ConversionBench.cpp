@@ -1,5 +1,6 @@
-// Speed of the UTF-8 and UTF-16 conversions of String over the corpus and
-// over built texts of scripts the corpus lacks, side by side with ICU and
+// Speed of the UTF-8 and UTF-16 conversions of String over the corpus, the
+// texts of bench/texts/ and built texts of scripts the corpus lacks, side by
+// side with ICU and
 // with memcpy of the same text, in MB/s of UTF-8; the kernel set that ran is
 // in the context, and a table of ratios closes the report.
 #include <benchmark/benchmark.h>
@@ -285,7 +286,7 @@ void addText(std::string name, std::string utf8) {
 
 int main(int argc, char** argv) {
   const std::string suffix = ".utf8.txt";
-  for (auto& file : zelvo_bench::corpusFiles(suffix))
+  for (auto& file : zelvo_bench::corpusAndExtraTexts(suffix))
     addText(file.name.substr(0, file.name.size() - suffix.size()),
             std::move(file.bytes));
   if (texts().empty()) {

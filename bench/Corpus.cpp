@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
+#include <utility>
 
 namespace zelvo_bench {
 
@@ -51,6 +52,17 @@ std::vector<CorpusFile> extraTexts(const std::string& suffix) {
   return filesIn(
       fromEnvironment != nullptr ? fromEnvironment : ZELVO_BENCH_TEXTS_DIR,
       suffix);
+}
+
+std::vector<CorpusFile> corpusAndExtraTexts(const std::string& suffix) {
+  std::vector<CorpusFile> files = corpusFiles(suffix);
+  for (CorpusFile& file : extraTexts(suffix)) {
+    const std::string once = file.bytes;
+    while (!once.empty() && file.bytes.size() < (100u << 10))
+      file.bytes += once;
+    files.push_back(std::move(file));
+  }
+  return files;
 }
 
 }  // namespace zelvo_bench

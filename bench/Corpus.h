@@ -23,4 +23,9 @@ std::vector<CorpusFile> corpusFiles(const std::string& suffix);
 // $ZELVO_BENCH_TEXTS_DIR.
 std::vector<CorpusFile> extraTexts(const std::string& suffix);
 
+// The corpus files, then the extra texts, each of those repeated to about
+// the size of a corpus file (100 KiB), so that no row times only a call's
+// fixed costs.
+std::vector<CorpusFile> corpusAndExtraTexts(const std::string& suffix);
+
 }  // namespace zelvo_bench

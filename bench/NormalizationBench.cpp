@@ -369,12 +369,8 @@ int main(int argc, char** argv) {
   const std::string suffix = ".utf8.txt";
   // The corpus, and texts of scripts it lacks, each repeated to a size like
   // that of a corpus file.
-  std::vector<zelvo_bench::CorpusFile> files = zelvo_bench::corpusFiles(suffix);
-  for (auto& file : zelvo_bench::extraTexts(suffix)) {
-    const std::string once = file.bytes;
-    while (file.bytes.size() < (100u << 10)) file.bytes += once;
-    files.push_back(std::move(file));
-  }
+  std::vector<zelvo_bench::CorpusFile> files =
+      zelvo_bench::corpusAndExtraTexts(suffix);
   for (auto& file : files) {
     const std::string name =
         file.name.substr(0, file.name.size() - suffix.size());
