@@ -47,16 +47,17 @@ std::vector<CorpusFile> corpusFiles(const std::string& suffix) {
   return filesIn(corpusDir(), suffix);
 }
 
-std::vector<CorpusFile> extraTexts(const std::string& suffix) {
-  const char* fromEnvironment = std::getenv("ZELVO_BENCH_TEXTS_DIR");
-  return filesIn(
-      fromEnvironment != nullptr ? fromEnvironment : ZELVO_BENCH_TEXTS_DIR,
-      suffix);
-}
-
 std::vector<CorpusFile> corpusAndExtraTexts(const std::string& suffix) {
   std::vector<CorpusFile> files = corpusFiles(suffix);
-  for (CorpusFile& file : extraTexts(suffix)) {
+  // The extra texts are all UTF-8, each a <script>.txt of its own.
+  if (suffix != ".utf8.txt") return files;
+  const char* fromEnvironment = std::getenv("ZELVO_BENCH_TEXTS_DIR");
+  const std::string plain = ".txt";
+  for (CorpusFile& file : filesIn(
+           fromEnvironment != nullptr ? fromEnvironment : ZELVO_BENCH_TEXTS_DIR,
+           plain)) {
+    // Named as a corpus file is, so that callers name every text alike.
+    file.name = file.name.substr(0, file.name.size() - plain.size()) + suffix;
     const std::string once = file.bytes;
     while (!once.empty() && file.bytes.size() < (100u << 10))
       file.bytes += once;

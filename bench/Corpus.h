@@ -18,14 +18,12 @@ std::string corpusDir();
 // ".latin1.txt"), sorted by name; files that are absent are left out.
 std::vector<CorpusFile> corpusFiles(const std::string& suffix);
 
-// The same of bench/texts/: texts of scripts that the corpus lacks, written
-// for the benchmarks. The folder is compiled in, and may be overridden by
-// $ZELVO_BENCH_TEXTS_DIR.
-std::vector<CorpusFile> extraTexts(const std::string& suffix);
-
-// The corpus files, then the extra texts, each of those repeated to about
-// the size of a corpus file (100 KiB), so that no row times only a call's
-// fixed costs.
+// The corpus files, then, for ".utf8.txt", the texts of bench/texts/ (texts
+// of scripts that the corpus lacks, written for the benchmarks, in files
+// named <script>.txt; the folder is compiled in, and may be overridden by
+// $ZELVO_BENCH_TEXTS_DIR), named as corpus files are and each repeated to
+// about the size of a corpus file (100 KiB), so that no row times only a
+// call's fixed costs.
 std::vector<CorpusFile> corpusAndExtraTexts(const std::string& suffix);
 
 }  // namespace zelvo_bench
